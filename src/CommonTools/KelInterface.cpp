@@ -1,0 +1,1 @@
+#include <CommonTools/KelInterface.h>

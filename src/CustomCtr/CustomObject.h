@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <CustomCtr/CustomQssHelper.h>
+
+#include <QColor>
+#include <QMap>
+#include <QStringList>
+
+/// Adds images and colours per state to a styled widget.
+///
+/// Thread: GUI.
+class CUSTOMCTR_EXPORT CustomObject : public CustomQssHelper
+{
+public:
+    explicit CustomObject(QWidget *widget);
+    ~CustomObject() override;
+
+    /// Shows an image as the widget's background in a state.
+    /// @param strPath   resource or file; "@2x" and "@3x" variants are found by themselves
+    /// @param status    the state
+    /// @param lstClass  not used; reserved for classes of widgets
+    void cSetBackgroundImage(const QString &strPath, Custom::ItemStatus status, const QStringList &lstClass);
+
+    /// The image of a state, empty when none was set.
+    QString cBackgroundImage(Custom::ItemStatus status) const;
+
+    /// Fills the widget's background in a state.
+    /// @param strColor  a colour name or "#rrggbb"
+    void cSetBackgroundColor(const QString &strColor, Custom::ItemStatus status, const QStringList &lstClass);
+
+    /// The colour of a state, invalid when none was set.
+    QColor cBackgroundColor(Custom::ItemStatus status) const;
+
+private:
+    QMap<int, QString> m_images;
+    QMap<int, QColor> m_colors;
+};

@@ -1,0 +1,1 @@
+#include <CustomCtr/CustomTreeWidget.h>
