@@ -1,16 +1,19 @@
 # SPDX-License-Identifier: Apache-2.0
 
-# kel_register_test(NAME target LABELS label... [TIMEOUT s] [OWN_NETWORK] [XVFB] [ENVIRONMENT VAR=value...] [ARGS arg...])
-# Runs a program under ctest with a home folder of its own, on request in a network namespace of its own
-# or under a virtual display. Exit status 77 counts as skipped.
+# kel_register_test(NAME target LABELS label... [TIMEOUT s] [OWN_NETWORK] [OWN_OPT] [XVFB] [ENVIRONMENT VAR=value...] [ARGS arg...])
+# Runs a program under ctest with a home folder of its own, on request in a network namespace of its own,
+# with an empty /opt of its own or under a virtual display. Exit status 77 counts as skipped.
 function(kel_register_test name target)
-    cmake_parse_arguments(arg "OWN_NETWORK;XVFB" "TIMEOUT" "LABELS;ENVIRONMENT;ARGS" ${ARGN})
-    if(CMAKE_CROSSCOMPILING AND (arg_OWN_NETWORK OR arg_XVFB))
+    cmake_parse_arguments(arg "OWN_NETWORK;OWN_OPT;XVFB" "TIMEOUT" "LABELS;ENVIRONMENT;ARGS" ${ARGN})
+    if(CMAKE_CROSSCOMPILING AND (arg_OWN_NETWORK OR arg_OWN_OPT OR arg_XVFB))
         return()
     endif()
     set(command ${PROJECT_SOURCE_DIR}/tests/support/with-own-home)
     if(arg_OWN_NETWORK)
         list(APPEND command ${PROJECT_SOURCE_DIR}/tests/support/with-own-network)
+    endif()
+    if(arg_OWN_OPT)
+        list(APPEND command ${PROJECT_SOURCE_DIR}/tests/support/with-own-opt)
     endif()
     if(arg_XVFB)
         list(APPEND command ${PROJECT_SOURCE_DIR}/tests/support/with-own-display)
