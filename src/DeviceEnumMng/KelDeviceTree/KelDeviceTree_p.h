@@ -142,6 +142,10 @@ public:
 
     // KelDeviceTree_producers.cpp: GenTL producers
     void DoChangedCtiFile();
+    /// Tells the enumerator what changed in the menu; false when a receiver destroyed the tree meanwhile.
+    bool applyCtiStates();
+    /// The first applied producer in a state that has this interface item; a null text when there is none.
+    QString ctiPathOf(QTreeWidgetItem *item, int state);
     void OnCtiFileChanged();
     void GetInterfaceItemList(const QString &ctiPath, QList<QTreeWidgetItem *> &items);
     bool Is3rdCtiInterface(QTreeWidgetItem *item);
@@ -169,6 +173,10 @@ public:
     QStringList m_stayTopList;                        ///< staytop: serial numbers
     KelGenTLMenu *m_genTLMenu = nullptr;              ///< producers: child of q
     QMap<QString, int> m_appliedCtiStates;            ///< producers: states by path, as applied last
+    struct {
+        bool runs = false;  ///< a change is being applied
+        bool again = false; ///< another one came meanwhile
+    } m_ctiChange;          ///< producers
     QList<EnumEventUserData *> m_userData;            ///< bridge: one per enumerator; owned
     std::unique_ptr<KelDeviceTreeIndex> m_index;      ///< frame: look-ups
 };
