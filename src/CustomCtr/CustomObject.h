@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QMap>
+#include <QPixmap>
 #include <QStringList>
 
 /// Adds images and colours per state to a styled widget.
@@ -31,6 +32,10 @@ public:
 
     /// The colour of a state, invalid when none was set.
     QColor cBackgroundColor(Custom::ItemStatus status) const;
+
+protected:
+    /// The image of a state, else the normal one, in the resolution that fits the widget's screen.
+    QPixmap cBackgroundPixmap(Custom::ItemStatus status) const;
 
 private:
     QMap<int, QString> m_images;

@@ -36,6 +36,10 @@ public:
     /// Called on a change of the language, before the widget sets its texts again.
     virtual void cLanguageChange();
 
+protected:
+    /// The widget that this is a part of.
+    QWidget *cWidget() const;
+
 private:
     QWidget *m_widget;
     QVariant m_userData;

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <CustomCtr/CustomDefine.h>
+
+#include <QDialog>
+
+/// The window of a message box. Destroys itself when it is closed.
+class CustomBoxDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// What a box shows; all texts are plain.
+    struct Content {
+        QString text;
+        QString title;
+        QString extra;
+        Custom::IconStyle icon = Custom::IconNone;
+        int buttons = 0; ///< CustomMessageBox::Button values
+    };
+
+    /// A new box that is not shown yet; null when one with the same text is open, which comes to the front.
+    static CustomBoxDialog *create(QWidget *parent, const Content &content);
+
+private:
+    CustomBoxDialog(QWidget *parent, const Content &content);
+};
