@@ -14,6 +14,7 @@
 #include <memory>
 #include <mutex>
 
+class FoundDevices;
 class KelAIndustryControl;
 
 /// Receives the events of an enumerator.
@@ -197,7 +198,6 @@ public:
     static bool testFlag(int flag, int value);
 
 private:
-    class FoundDevices;
     class TemporaryAccess;
 
     // CDevicesEnum.cpp
@@ -214,7 +214,7 @@ private:
     void generateFromInterfaces(FoundDevices &found);
     void generateFromDeviceList(FoundDevices &found);
     void mergeGenTLDevices(const KELA_DEVICE_INFO_LIST &list, FoundDevices &found) const;
-    void mergeDevice(const KELA_STRUCT_DEVICE_INFO &record, FoundDevices &found) const;
+    void mergeDevice(const KELA_DEVICE_INFO_EX &device, FoundDevices &found) const;
     void mergeGenTLDevice(const KELA_STRUCT_DEVICE_INFO &record, FoundDevices &found) const;
     void reportFoundDevices(FoundDevices &found, const QSet<long> &knownIds, QSet<long> &seenIds);
     void reportVanishedDevices(const QVector<long> &knownIds, const QSet<long> &seenIds);
@@ -230,11 +230,14 @@ private:
     bool refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before);
 
     // CDevicesEnum_networks.cpp
-    void reportNetWorks(QVector<KELA_NETWORK> &cards);
+    void reportNetWorks(const QVector<KELA_NETWORK> &cards);
+    void reportNetWork(const KELA_NETWORK &card, KELA_INTERFACE_STATE kind) const;
 
     // CDevicesEnum_gentl.cpp
     bool isProducerListed(const QString &path) const;
-    void reportGenTLInterface(const KELA_GENTL_IF_INFO &interface, KELA_INTERFACE_STATE kind);
+    QVector<KELA_GENTL_IF_INFO> replaceProducerInterfaces(const QString &path,
+                                                          const QVector<KELA_GENTL_IF_INFO> &interfaces);
+    void reportGenTLInterface(const KELA_GENTL_IF_INFO &interface, KELA_INTERFACE_STATE kind) const;
     KELA_GENTL_IF_INFO knownInterface(unsigned int id, bool &found) const;
 
     // Set before the worker starts and untouched until it has ended; the object itself is safe to be
@@ -267,6 +270,7 @@ private:
     QMap<QString, QVector<unsigned int>> m_producerInterfaceIds;
     // Shared: Stop may be cancelling one while its user is done with it.
     QVector<std::shared_ptr<KelAIndustryControl>> m_temporaryAccesses;
+    bool m_stopped = false;
     int32_t m_vendorMode = 0;
     int32_t m_modelMode = 0;
     QVector<QString> m_vendorInclude;

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+// Devices that no discovery finds because they are behind a router: the owner adds them by their address,
+// and every pass asks each of them whether it is still there.
+//
+// The owner may remove a device while a pass is asking it. So the list is looked through again, by
+// identifier, after every question.
+
+#include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
+
+#include <DeviceEnumMng/DevicesEnum/TemporaryAccess.h>
+#include <KelAIndustryControl/KelAIndustryControl.h>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr uint32_t kRemoteCardValue = 1000;
+
+template <typename Records>
+auto findById(Records &records, long id)
+{
+    return std::find_if(records.begin(), records.end(),
+                        [id](const KELA_STRUCT_DEVICE_INFO &record) { return record.deviceId == id; });
+}
+
+} // namespace
+
+bool CDevicesEnum::GetRemoteDevice(KELA_STRUCT_DEVICE_INFO &stDeviceInfo)
+{
+    const TemporaryAccess access(*this);
+    return access->Init(&stDeviceInfo.deviceInfo, false) == KELA_OK &&
+           access->GetDeviceInfo(&stDeviceInfo.deviceInfo) == KELA_OK;
+}
+
+long CDevicesEnum::AddRemoteDevice(KELA_STRUCT_DEVICE_INFO *pDeviceInfo)
+{
+    if (pDeviceInfo == nullptr) {
+        return -1;
+    }
+    KELA_STRUCT_DEVICE_INFO known = {};
+    if (m_cameraIds.findDeviceInfoByIP(pDeviceInfo->deviceInfo.special.gige.currentIp, known) &&
+        m_cameraIds.isPresent(known.deviceId)) {
+        return known.deviceId;
+    }
+    if (!GetRemoteDevice(*pDeviceInfo)) {
+        return -1;
+    }
+    const long id = m_cameraIds.getDeviceID(*pDeviceInfo);
+    pDeviceInfo->remote = 1;
+    pDeviceInfo->deviceId = static_cast<int32_t>(id);
+    pDeviceInfo->deviceState = static_cast<int32_t>(GetDevState(*pDeviceInfo));
+    pDeviceInfo->network.cardValue = kRemoteCardValue;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_remoteDevices.append(*pDeviceInfo);
+    }
+    m_cameraIds.updateDeviceInfo(id, *pDeviceInfo);
+    sendEvent(nullptr, pDeviceInfo, KELA_INTERFACE_STATE_DEVICE_NEW);
+    m_cameraIds.addDeviceID(id);
+    return id;
+}
+
+int CDevicesEnum::RemoveRemoteDevice(KELA_STRUCT_DEVICE_INFO *pDeviceInfo)
+{
+    if (pDeviceInfo == nullptr) {
+        return 0;
+    }
+    const long id = m_cameraIds.getDeviceID(*pDeviceInfo);
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto device = findById(m_remoteDevices, id);
+        if (device != m_remoteDevices.end()) {
+            m_remoteDevices.erase(device);
+        }
+    }
+    sendEvent(nullptr, pDeviceInfo, KELA_INTERFACE_STATE_DEVICE_REMOVED);
+    m_cameraIds.deleteDeviceID(id);
+    return 0;
+}
+
+void CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds)
+{
+    QVector<KELA_STRUCT_DEVICE_INFO> devices;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        devices = m_remoteDevices;
+    }
+    for (int index = 0; index < devices.size(); ++index) {
+        const KELA_STRUCT_DEVICE_INFO &device = devices.at(index);
+        if (!knownIds.contains(device.deviceId)) {
+            continue;
+        }
+        seenIds.insert(device.deviceId);
+        if (!refreshRemoteDevice(device)) {
+            // The device behind a vanished one is passed over in this pass, on purpose.
+            ++index;
+        }
+    }
+}
+
+bool CDevicesEnum::refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before)
+{
+    KELA_STRUCT_DEVICE_INFO record = before;
+    const bool hasAnswered = GetRemoteDevice(record);
+    if (hasAnswered) {
+        record.deviceState = static_cast<int32_t>(GetDevState(record));
+    }
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto listed = findById(m_remoteDevices, before.deviceId);
+        if (listed == m_remoteDevices.end()) {
+            return true;
+        }
+        if (hasAnswered) {
+            *listed = record;
+        } else {
+            m_remoteDevices.erase(listed);
+        }
+    }
+    if (hasAnswered) {
+        m_cameraIds.updateDeviceInfo(record.deviceId, record);
+        sendEvent(nullptr, &record, KELA_INTERFACE_STATE_DEVICE_UPDATED);
+    } else {
+        record = before;
+        sendEvent(nullptr, &record, KELA_INTERFACE_STATE_DEVICE_REMOVED);
+        m_cameraIds.deleteDeviceID(record.deviceId);
+    }
+    return hasAnswered;
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <DeviceEnumMng/DevicesEnum/TemporaryAccess.h>
+
+CDevicesEnum::TemporaryAccess::TemporaryAccess(CDevicesEnum &owner)
+    : m_owner(owner)
+    , m_access(std::make_shared<KelAIndustryControl>())
+{
+    bool isTooLate = false;
+    {
+        const std::lock_guard<std::mutex> lock(m_owner.m_mutex);
+        m_owner.m_temporaryAccesses.append(m_access);
+        isTooLate = m_owner.m_stopped;
+    }
+    if (isTooLate) {
+        m_access->CancelEnum();
+    }
+}
+
+CDevicesEnum::TemporaryAccess::~TemporaryAccess()
+{
+    const std::lock_guard<std::mutex> lock(m_owner.m_mutex);
+    m_owner.m_temporaryAccesses.removeOne(m_access);
+}
