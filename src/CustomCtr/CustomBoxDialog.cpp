@@ -1,19 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CustomBoxDialog.h"
 
+#include "CustomImages.h"
+
 #include <CustomCtr/CustomMessageBox.h>
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QLabel>
 #include <QMap>
 #include <QPointer>
-#include <QStyle>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace
 {
 
 constexpr int kTextWidth = 420;
+constexpr int kMargin = 18;
+constexpr int kSpacing = 14;
+constexpr int kLongestText = 2000; // characters; a box that is higher than the screen cannot be closed
 
 using Boxes = QMap<QString, QPointer<CustomBoxDialog>>;
 
@@ -23,47 +30,55 @@ Boxes &openBoxes()
     return boxes;
 }
 
-QPixmap pixmapOf(Custom::IconStyle icon, const QWidget &widget)
+QString imageOf(Custom::IconStyle icon)
 {
-    QStyle::StandardPixmap standard = QStyle::SP_MessageBoxInformation;
     switch (icon) {
-    case Custom::IconNone:
-        return QPixmap();
-    case Custom::IconQuestion:
-        standard = QStyle::SP_MessageBoxQuestion;
-        break;
-    case Custom::IconWarning:
-        standard = QStyle::SP_MessageBoxWarning;
-        break;
     case Custom::IconInformation:
+        return QStringLiteral(":/CustomCtr/boxes/information.png");
+    case Custom::IconQuestion:
+        return QStringLiteral(":/CustomCtr/boxes/question.png");
     case Custom::IconHint:
+        return QStringLiteral(":/CustomCtr/boxes/hint.png");
+    case Custom::IconWarning:
+        return QStringLiteral(":/CustomCtr/boxes/warning.png");
+    case Custom::IconNone:
         break;
     }
-    const int size = widget.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &widget);
-    return widget.style()->standardIcon(standard, nullptr, &widget).pixmap(size);
+    return QString();
 }
 
 QLabel *plainLabel(const QString &text, QWidget *parent)
 {
     auto *label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
-    label->setText(text);
+    label->setText(text.left(kLongestText));
     label->setWordWrap(true);
     label->setMinimumWidth(kTextWidth);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return label;
 }
 
+void forgetClosedBoxes()
+{
+    for (auto box = openBoxes().begin(); box != openBoxes().end();) {
+        const bool isOpen = *box && (*box)->isVisible();
+        box = isOpen ? box + 1 : openBoxes().erase(box);
+    }
+}
+
 } // namespace
 
 CustomBoxDialog *CustomBoxDialog::create(QWidget *parent, const Content &content)
 {
-    QPointer<CustomBoxDialog> &box = openBoxes()[content.text + QLatin1Char('\n') + content.extra];
-    if (box && box->isVisible()) {
-        box->raise();
+    forgetClosedBoxes();
+    const QString key = content.text + QLatin1Char('\n') + content.extra;
+    const QPointer<CustomBoxDialog> open = openBoxes().value(key);
+    if (open) {
+        open->raise();
         return nullptr;
     }
-    box = new CustomBoxDialog(parent, content);
+    auto *box = new CustomBoxDialog(parent, content);
+    openBoxes().insert(key, box);
     return box;
 }
 
@@ -74,27 +89,57 @@ CustomBoxDialog::CustomBoxDialog(QWidget *parent, const Content &content)
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(content.title);
 
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
-    if (content.buttons & CustomMessageBox::ButtonCancel) {
-        buttons->addButton(QDialogButtonBox::Cancel);
-    }
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-
     auto *texts = new QVBoxLayout;
     texts->addWidget(plainLabel(content.text, this));
     if (!content.extra.isEmpty()) {
         texts->addWidget(plainLabel(content.extra, this));
     }
+    texts->addStretch();
+
     auto *row = new QHBoxLayout;
-    const QPixmap pixmap = pixmapOf(content.icon, *this);
-    if (!pixmap.isNull()) {
+    row->setSpacing(kSpacing);
+    const QPixmap image = CustomImages::pixmap(imageOf(content.icon), devicePixelRatioF());
+    if (!image.isNull()) {
         auto *icon = new QLabel(this);
-        icon->setPixmap(pixmap);
+        icon->setPixmap(image);
         row->addWidget(icon, 0, Qt::AlignTop);
     }
     row->addLayout(texts, 1);
+
+    createButtons(content.buttons);
     auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    outer->setSpacing(kSpacing);
     outer->addLayout(row);
-    outer->addWidget(buttons);
+    outer->addWidget(m_buttons);
+}
+
+void CustomBoxDialog::createButtons(int wanted)
+{
+    m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+    if (wanted & CustomMessageBox::ButtonCancel) {
+        m_buttons->addButton(QDialogButtonBox::Cancel);
+    }
+    m_buttons->button(QDialogButtonBox::Ok)->setDefault(true);
+    m_buttons->button(QDialogButtonBox::Ok)->setFocus();
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    updateTexts();
+}
+
+// Our own words: Qt's are translated only where its translations are installed.
+void CustomBoxDialog::updateTexts()
+{
+    m_buttons->button(QDialogButtonBox::Ok)->setText(QCoreApplication::translate("CustomMessageBox", "OK"));
+    if (QPushButton *cancel = m_buttons->button(QDialogButtonBox::Cancel)) {
+        cancel->setText(QCoreApplication::translate("CustomMessageBox", "Cancel"));
+    }
+}
+
+void CustomBoxDialog::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) {
+        updateTexts();
+    }
 }

@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+class QDialogButtonBox;
+
 /// The window of a message box. Destroys itself when it is closed.
 class CustomBoxDialog : public QDialog
 {
@@ -23,6 +25,14 @@ public:
     /// A new box that is not shown yet; null when one with the same text is open, which comes to the front.
     static CustomBoxDialog *create(QWidget *parent, const Content &content);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     CustomBoxDialog(QWidget *parent, const Content &content);
+
+    void createButtons(int wanted);
+    void updateTexts();
+
+    QDialogButtonBox *m_buttons = nullptr;
 };

@@ -27,12 +27,16 @@ const ColorTable &table()
         {QStringLiteral("Text"), {0xffe3e6ea, 0xff20242a}},
         {QStringLiteral("TextMuted"), {0xff9aa2ad, 0xff5f6875}},
         {QStringLiteral("TextDisabled"), {0xff6b727d, 0xff9aa1ac}},
+        {QStringLiteral("TextOnDark"), {0xffe3e6ea, 0xffe3e6ea}},
+        {QStringLiteral("TextOnLight"), {0xff20242a, 0xff20242a}},
         {QStringLiteral("Accent"), {0xff4c9bff, 0xff1a6fd6}},
         {QStringLiteral("AccentText"), {0xff0d1117, 0xffffffff}},
         {QStringLiteral("RowHover"), {0xff2a2f36, 0xffeef2f7}},
         {QStringLiteral("RowSelected"), {0xff2b4263, 0xffd3e4fa}},
         {QStringLiteral("ScrollHandle"), {0xff4a505a, 0xffc2c8d0}},
         {QStringLiteral("ScrollHandleHover"), {0xff626a76, 0xff9ea6b1}},
+        // A ground that callers give as a number.
+        {QStringLiteral("#303030"), {0xff303030, 0xffffffff}},
         // Lies over what a row shows, so it lets that through.
         {QStringLiteral("DeviceEnumMngColor_KelDeviceTreeDelegate_StayTopItemRole"), {0x30f0b429, 0x38f0b429}},
     };

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <CustomCtr/CustomDefine.h>
 
+#include "CustomBoxDialog.h"
+
 #include <QApplication>
 #include <QPointer>
-#include <QWidget>
 
 namespace
 {
@@ -14,14 +15,11 @@ QPointer<QWidget> &namedMainDialog()
     return dialog;
 }
 
-// Menus, hints and our own boxes come and go: none of them is a window to stand over.
+// Menus, hints, tool windows and our own boxes come and go: none of them is a window to stand over.
 bool isLastingWindow(const QWidget *widget)
 {
-    if (!widget || !widget->isVisible()) {
-        return false;
-    }
-    const Qt::WindowType type = widget->windowType();
-    return (type == Qt::Window || type == Qt::Dialog) && widget->testAttribute(Qt::WA_QuitOnClose);
+    const bool isWindow = widget->windowType() == Qt::Window || widget->windowType() == Qt::Dialog;
+    return isWindow && widget->isVisible() && !qobject_cast<const CustomBoxDialog *>(widget);
 }
 
 } // namespace
@@ -31,9 +29,10 @@ QWidget *Custom::mainDialog()
     if (namedMainDialog()) {
         return namedMainDialog();
     }
-    QWidget *active = QApplication::activeWindow();
-    if (isLastingWindow(active)) {
-        return active;
+    for (QWidget *window = QApplication::activeWindow(); window; window = window->parentWidget()) {
+        if (window->isWindow() && isLastingWindow(window)) {
+            return window;
+        }
     }
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {

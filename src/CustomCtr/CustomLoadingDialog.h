@@ -6,8 +6,10 @@
 #include <QDialog>
 #include <QString>
 
-/// A busy indicator, one per number. It is never modal, starts no event loop and does not keep the
-/// application from quitting. Thread: GUI.
+class QLabel;
+
+/// A busy indicator, one per number, centred over Custom::mainDialog(). It is never modal, starts no event loop
+/// and does not keep the application from quitting. Thread: GUI.
 class CUSTOMCTR_EXPORT CustomLoadingDialog : public QDialog
 {
     Q_OBJECT
@@ -22,6 +24,14 @@ public:
     /// True while the indicator of a number is shown.
     static bool isLoading(int nId);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     explicit CustomLoadingDialog(QWidget *parent);
+
+    void setText(const QString &strText);
+    void standOverParent();
+
+    QLabel *m_text = nullptr;
 };

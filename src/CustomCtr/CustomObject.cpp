@@ -1,44 +1,39 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <CustomCtr/CustomObject.h>
 
-#include <QFile>
-#include <QFileInfo>
-#include <QPalette>
-#include <QPixmapCache>
-#include <QWidget>
+#include "CustomColors.h"
+#include "CustomImages.h"
 
-#include <cmath>
+#include <QPalette>
+#include <QStyle>
+#include <QWidget>
 
 namespace
 {
 
-constexpr int kLargestScale = 3;
-
-// "folder/name.png" for scale 1, "folder/name@2x.png" for scale 2.
-QString scaledPath(const QString &path, int scale)
+// Texts follow the ground that they stand on, not the theme: through the palette where no style sheet is
+// in use, through the sheet's rules for the property where one is.
+void setTextsFor(const QColor &ground, QWidget *widget)
 {
-    const QFileInfo file(path);
-    return QStringLiteral("%1/%2@%3x.%4")
-        .arg(file.path(), file.completeBaseName(), QString::number(scale), file.suffix());
-}
+    const bool isDark = qGray(ground.rgb()) < 128;
+    const QColor text = CustomColors::color(
+        isDark ? QStringLiteral("TextOnDark") : QStringLiteral("TextOnLight"), Custom::theme());
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Window, ground);
+    // Not the role Text: check marks are drawn with it, on a ground of their own.
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Active, role, text);
+        palette.setColor(QPalette::Inactive, role, text);
+    }
+    widget->setPalette(palette);
+    widget->setProperty("cGround", isDark ? QStringLiteral("dark") : QStringLiteral("light"));
 
-// QIcon chooses by the sharpest screen at the time it is made; a button may move to another screen later.
-QPixmap loadForScale(const QString &path, qreal devicePixelRatio)
-{
-    const int wanted = qBound(1, static_cast<int>(std::ceil(devicePixelRatio)), kLargestScale);
-    const QString key = QStringLiteral("CustomCtr/%1/%2").arg(wanted).arg(path);
-    QPixmap pixmap;
-    if (QPixmapCache::find(key, &pixmap)) {
-        return pixmap;
+    QList<QWidget *> touched = widget->findChildren<QWidget *>();
+    touched.prepend(widget);
+    for (QWidget *each : qAsConst(touched)) {
+        each->style()->unpolish(each);
+        each->style()->polish(each);
     }
-    for (int scale = wanted; scale >= 1 && pixmap.isNull(); --scale) {
-        const QString file = scale > 1 ? scaledPath(path, scale) : path;
-        if (QFile::exists(file) && pixmap.load(file)) {
-            pixmap.setDevicePixelRatio(scale);
-        }
-    }
-    QPixmapCache::insert(key, pixmap);
-    return pixmap;
 }
 
 } // namespace
@@ -74,7 +69,7 @@ void CustomObject::cSetBackgroundColor(const QString &strColor, Custom::ItemStat
         return;
     }
     m_colors.insert(status, color);
-    cWidget()->update();
+    cThemeChange();
 }
 
 QColor CustomObject::cBackgroundColor(Custom::ItemStatus status) const
@@ -82,8 +77,24 @@ QColor CustomObject::cBackgroundColor(Custom::ItemStatus status) const
     return m_colors.value(status);
 }
 
+void CustomObject::cThemeChange()
+{
+    const QColor fill = cBackgroundFill(Custom::StatusNormal);
+    if (fill.isValid()) {
+        setTextsFor(fill, cWidget());
+    }
+    cWidget()->update();
+}
+
 QPixmap CustomObject::cBackgroundPixmap(Custom::ItemStatus status) const
 {
     const QString path = m_images.value(status, m_images.value(Custom::StatusNormal));
-    return path.isEmpty() ? QPixmap() : loadForScale(path, cWidget()->devicePixelRatioF());
+    return CustomImages::pixmap(path, cWidget()->devicePixelRatioF());
+}
+
+QColor CustomObject::cBackgroundFill(Custom::ItemStatus status) const
+{
+    const QColor given = m_colors.value(status, m_colors.value(Custom::StatusNormal));
+    const QColor themed = given.isValid() ? CustomColors::color(given.name(), Custom::theme()) : QColor();
+    return themed.isValid() ? themed : given;
 }

@@ -3,6 +3,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOption>
 
 namespace
 {
@@ -47,18 +48,23 @@ QSize CustomPushButton::sizeHint() const
 
 void CustomPushButton::paintEvent(QPaintEvent *event)
 {
-    const Custom::ItemStatus status = statusOf(*this);
-    const QPixmap image = cBackgroundPixmap(status);
+    const QPixmap image = cBackgroundPixmap(statusOf(*this));
     if (image.isNull()) {
         QPushButton::paintEvent(event);
         return;
     }
+    // At the top: the tree places its buttons a little below their row's top for images of this height.
+    const QSize extent = logicalSize(image).boundedTo(size());
+    const QRect target(QPoint((width() - extent.width()) / 2, 0), extent);
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    QRect target(QPoint(), logicalSize(image).boundedTo(size()));
-    target.moveCenter(QPoint(width() / 2, 0));
-    target.moveTop(0);
     painter.drawPixmap(target, image);
+    if (hasFocus()) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = target;
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+    }
 }
 
 // A handler of the click may destroy the button: nothing of it is touched after the base class.

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <CustomCtr/CustomObject.h>
+
 #include "CustomColors.h"
+#include "CustomThemeStyle.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QWidget>
 
 namespace
 {
@@ -59,10 +62,20 @@ QString styleSheetOf(Custom::Theme theme)
 
 void Custom::setTheme(Theme theme)
 {
+    static bool isStyled = false;
     currentTheme() = theme;
-    // Other styles take colours from their own theme and would mix them with ours.
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (!isStyled) {
+        isStyled = true;
+        // Other styles take colours from their own theme and would mix them with ours.
+        QApplication::setStyle(new CustomThemeStyle);
+    }
     QApplication::setPalette(paletteOf(theme));
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        if (auto *object = dynamic_cast<CustomObject *>(widget)) {
+            object->cThemeChange();
+        }
+    }
     qApp->setStyleSheet(styleSheetOf(theme));
 }
 

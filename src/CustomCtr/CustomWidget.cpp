@@ -23,12 +23,9 @@ void CustomWidget::paintEvent(QPaintEvent * /*event*/)
     const Custom::ItemStatus status = !isEnabled()   ? Custom::StatusDisabled
                                       : underMouse() ? Custom::StatusHover
                                                      : Custom::StatusNormal;
-    QColor color = cBackgroundColor(status);
-    if (!color.isValid()) {
-        color = cBackgroundColor(Custom::StatusNormal);
-    }
-    if (color.isValid()) {
-        painter.fillRect(rect(), color);
+    const QColor fill = cBackgroundFill(status);
+    if (fill.isValid()) {
+        painter.fillRect(rect(), fill);
     }
     const QPixmap image = cBackgroundPixmap(status);
     if (!image.isNull()) {
