@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "KelRightButtons.h"
+
 #include <DeviceEnumMng/KelDeviceTree.h>
 #include <KelAIndustryControl/KelARecords.h>
 
@@ -18,10 +20,13 @@
 
 class CDevicesEnum;
 class CustomPushButton;
+class KelDeviceTreeGuard;
 class KelDeviceTreeIndex;
 class KelGenTLMenu;
 class QMimeData;
+class QModelIndex;
 class QTreeWidgetItem;
+struct StayTopRows;
 
 /// What an enumerator hands back with every event. One per enumerator, owned by the private part.
 struct EnumEventUserData {
@@ -32,6 +37,12 @@ struct EnumEventUserData {
 /// Receives the events of every enumerator, on its worker's thread, and sends them to the tree.
 void EnumEventSink(KELA_INTERFACE_INFO *pInterface, KELA_STRUCT_DEVICE_INFO *pDevice,
                    KELA_INTERFACE_STATE state, int nErrorCode, void *pUser);
+
+/// Keys of the groups' refresh buttons in the button map.
+constexpr long kGigEBtnId = -1;
+constexpr long kUSBBtnId = -2;
+constexpr long kCameraLinkBtnId = -3; ///< restyled only: there is no such row
+constexpr long kGenTLBtnId = -4;
 
 /// Name of the drag format.
 extern const QString g_strDragFormat;
@@ -54,13 +65,20 @@ public:
 
     // KelDeviceTree_frame.cpp: construction, fixed items, look-ups
     void initDeviceInfo();
+    void initFixedItems();
     QTreeWidgetItem *newTreeItem(QTreeWidgetItem *parent, int itemType, int index);
     QTreeWidgetItem *findChildItem(QTreeWidgetItem *parent, int itemType, long id);
     QTreeWidgetItem *findItem(int itemType, long id);
     QTreeWidgetItem *findCameraItem(long cameraId);
     void makeGroupCurrentInsteadOf(QTreeWidgetItem *item);
+    static void setItemRightBtn(QTreeWidgetItem *item, CustomPushButton *button);
+    /// Place of an item in a tree; invalid for null and for an item of no or another tree.
+    static QModelIndex indexOf(const KelDeviceTree *tree, const QTreeWidgetItem *item);
+    static QTreeWidgetItem *itemAt(const KelDeviceTree *tree, const QModelIndex &index);
 
     // KelDeviceTree_bridge.cpp: enumerators, events, end of a pass
+    void connectEvents();
+    void stopEnumerators();
     CDevicesEnum *getThread(KELA_INTERFACE_TYPE type);
     void refreshThread(unsigned int types, bool bParam1, bool bParam2, bool bShowLoading);
     bool hasEnumOnce(unsigned int types);
@@ -68,6 +86,7 @@ public:
     int removeRemoteDevice(KELA_STRUCT_DEVICE_INFO &info);
     void onEventSink(const QVariant &stNetCardInfo, const QVariant &stDeviceInfo, int nKelAIntefaceState,
                      int nErrorCode, int nDeviceType);
+    void onInterfaceEvent(const KELA_INTERFACE_INFO &interface, int kind);
     void onEndThread(int nDeviceType, int nErrorCode);
 
     // KelDeviceTree_cameras.cpp: camera items, icons
@@ -82,6 +101,9 @@ public:
     void onUpdateUSBCamera(const KELA_STRUCT_DEVICE_INFO &info);
     void onUpdateCamLinkCamera(const KELA_STRUCT_DEVICE_INFO &info);
     void onUpdateGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info);
+    QTreeWidgetItem *newCamera(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent, int itemType,
+                               const QString &label);
+    void updateCamera(QTreeWidgetItem *item, KELA_STRUCT_DEVICE_INFO info);
     void deleteCameraItem(QTreeWidgetItem *item);
     void setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE state);
     QString getSerialByInfo(const KELA_STRUCT_DEVICE_INFO &info);
@@ -104,10 +126,18 @@ public:
     QTreeWidgetItem *findGenTLInterfaceItem(const QString &key, unsigned int index);
     QTreeWidgetItem *GetVirtualGroupItem(int type, bool create);
     QTreeWidgetItem *findParentItem(const KELA_STRUCT_DEVICE_INFO &info);
+    QTreeWidgetItem *findGigeParent(const KELA_STRUCT_DEVICE_INFO &info);
+    QTreeWidgetItem *findUSBParent(const KELA_STRUCT_DEVICE_INFO &info);
+    QTreeWidgetItem *newContainer(int groupType, int itemType);
+    void setNetWork(QTreeWidgetItem *item, const KELA_NETWORK &card, const QVariant &record);
+    static void deleteCameras(const KelDeviceTreeGuard &guard);
+    static void deleteContainer(const KelDeviceTreeGuard &guard);
 
     // KelDeviceTree_encoding.cpp: labels in another encoding, texts in another language
     // (there too: KelDeviceTree::changeEvent)
     void refreshEncodeType(int nEncodeType);
+    /// Labels rows of a transport's group; false when a receiver destroyed the tree meanwhile.
+    bool relabel(int groupType, const QVector<QPersistentModelIndex> &rows);
     void retranslate();
 
     // KelDeviceTree_actions.cpp: the buttons of the rows
@@ -124,10 +154,20 @@ public:
     CustomPushButton *livingButton(const QVariant &roleValue) const;
     /// Called once by initDeviceInfo, behind everything else: hides buttons when rows move under them.
     void initButtonWatch();
+    /// Which buttons live and which is shown; made with the first button.
+    KelRightButtons &rightButtons();
+    /// setCurRightBtn for a row that is being painted.
+    void showRowButton(CustomPushButton *btn, bool showMenuButton, const QModelIndex &row);
+    /// True when the visible button was shown for a row other than this one, which shares it.
+    bool isShownForAnotherRow(const QModelIndex &row) const;
+    /// Sets the names that a screen reader speaks, in the language of the moment.
+    void renameButtons();
 
     // KelDeviceTree_staytop.cpp: rows that stay on top
     int getStayTopIndex(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent);
     void updateStatTopList(const QStringList &serials);
+    /// Orders the rows below one parent; false when a receiver destroyed the tree meanwhile.
+    bool putOnTop(const StayTopRows &rows);
 
     // KelDeviceTree_visibility.cpp: filters and visible types
     bool isItemTypeVisible(int type);
@@ -174,9 +214,10 @@ public:
     KelGenTLMenu *m_genTLMenu = nullptr;              ///< producers: child of q
     QMap<QString, int> m_appliedCtiStates;            ///< producers: states by path, as applied last
     struct {
-        bool runs = false;  ///< a change is being applied
-        bool again = false; ///< another one came meanwhile
-    } m_ctiChange;          ///< producers
-    QList<EnumEventUserData *> m_userData;            ///< bridge: one per enumerator; owned
-    std::unique_ptr<KelDeviceTreeIndex> m_index;      ///< frame: look-ups
+        bool runs = false;                       ///< a change is being applied
+        bool again = false;                      ///< another one came meanwhile
+    } m_ctiChange;                               ///< producers
+    QList<EnumEventUserData *> m_userData;       ///< bridge: one per enumerator; owned
+    std::unique_ptr<KelRightButtons> m_buttons;  ///< actions: which of m_rightBtns live and are shown
+    std::unique_ptr<KelDeviceTreeIndex> m_index; ///< frame: look-ups
 };

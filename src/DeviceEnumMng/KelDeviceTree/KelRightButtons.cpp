@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "KelRightButtons.h"
+
+#include <CustomCtr/CustomPushButton.h>
+
+#include <QEvent>
+#include <QScrollBar>
+#include <QTreeWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+constexpr int kButtonWidth = 35;
+constexpr int kLargestButtonHeight = 32;
+constexpr int kDistanceFromRightEdge = 32;
+// The images stand at the top of the buttons, so the buttons stand lower than the middle of their rows.
+constexpr int kDistanceBelowMiddle = 7;
+} // namespace
+
+KelRightButtons::KelRightButtons(QTreeWidget *tree, std::function<void()> hideAll)
+    : m_tree(tree)
+    , m_hideAll(std::move(hideAll))
+{
+}
+
+void KelRightButtons::add(CustomPushButton *button)
+{
+    m_living.insert(button);
+    if (!button->isHidden()) {
+        m_shown.insert(button);
+    }
+    button->installEventFilter(this);
+    connect(button, &QObject::destroyed, this, [this, button] {
+        m_living.remove(button);
+        m_shown.remove(button);
+    });
+}
+
+void KelRightButtons::remove(CustomPushButton *button)
+{
+    button->removeEventFilter(this);
+    m_living.remove(button);
+    m_shown.remove(button);
+}
+
+bool KelRightButtons::isAlive(const CustomPushButton *button) const
+{
+    return m_living.contains(button);
+}
+
+bool KelRightButtons::showOnly(CustomPushButton *button)
+{
+    m_row = QPersistentModelIndex();
+    bool changed = false;
+    const QSet<CustomPushButton *> shown = m_shown;
+    for (CustomPushButton *other : shown) {
+        // Hiding one sends events, and whoever handles them may take another away.
+        if (other != button && m_shown.contains(other)) {
+            other->hide();
+            changed = true;
+        }
+    }
+    if (isAlive(button) && button->isHidden()) {
+        button->show();
+        changed = true;
+    }
+    return changed;
+}
+
+void KelRightButtons::setRow(const QModelIndex &row)
+{
+    m_row = row;
+}
+
+void KelRightButtons::watchRows()
+{
+    m_tree->viewport()->setAttribute(Qt::WA_Hover);
+    m_tree->viewport()->installEventFilter(this);
+    for (const QScrollBar *bar : {m_tree->verticalScrollBar(), m_tree->horizontalScrollBar()}) {
+        connect(bar, &QScrollBar::valueChanged, this, [this] { m_hideAll(); });
+    }
+    connect(m_tree, &QTreeView::collapsed, this, &KelRightButtons::hideStray);
+    connect(m_tree, &QTreeView::expanded, this, &KelRightButtons::hideStray);
+
+    const QAbstractItemModel *model = m_tree->model();
+    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &KelRightButtons::onRowsAboutToBeRemoved);
+    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, [this] { m_hideAll(); });
+}
+
+void KelRightButtons::hideStray()
+{
+    if (!m_row.isValid() || m_shown.isEmpty()) {
+        return;
+    }
+    // Empty for a row that is hidden or folded away.
+    const QRect rowRect = m_tree->visualRect(m_row);
+    const QRect place = placeIn(rowRect);
+    const bool stands = !rowRect.isEmpty() &&
+                        std::all_of(m_shown.cbegin(), m_shown.cend(), [&place](const CustomPushButton *button) {
+                            return button->geometry() == place;
+                        });
+    if (!stands) {
+        m_hideAll();
+    }
+}
+
+QRect KelRightButtons::placeIn(const QRect &rowRect)
+{
+    const int height = std::min(rowRect.height(), kLargestButtonHeight);
+    return {rowRect.right() - kDistanceFromRightEdge,
+            rowRect.top() + (rowRect.height() - height) / 2 + kDistanceBelowMiddle, kButtonWidth, height};
+}
+
+bool KelRightButtons::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_tree->viewport()) {
+        filterViewport(event);
+    } else if (event->type() == QEvent::ShowToParent) {
+        m_shown.insert(static_cast<CustomPushButton *>(watched));
+    } else if (event->type() == QEvent::HideToParent) {
+        m_shown.remove(static_cast<CustomPushButton *>(watched));
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void KelRightButtons::filterViewport(const QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::StyleChange:
+        // A style that is taken off may take the attribute with it.
+        m_tree->viewport()->setAttribute(Qt::WA_Hover);
+        break;
+    case QEvent::Paint:
+        // The last moment to see that a row was hidden or moved in a way that nothing tells of.
+        hideStray();
+        break;
+    default:
+        break;
+    }
+}
+
+void KelRightButtons::onRowsAboutToBeRemoved(const QModelIndex &parent, int firstRow, int lastRow)
+{
+    for (QModelIndex row = m_row; row.isValid(); row = row.parent()) {
+        if (row.parent() == parent && row.row() >= firstRow && row.row() <= lastRow) {
+            m_hideAll();
+            return;
+        }
+    }
+}

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QObject>
+#include <QPersistentModelIndex>
+#include <QSet>
+
+#include <functional>
+
+class CustomPushButton;
+class QEvent;
+class QModelIndex;
+class QTreeWidget;
+
+/// The buttons that float over the rows of a device tree: which of them live, which are shown, and for
+/// which row.
+///
+/// A button is no part of its row. When rows scroll, fold, move or go, a button that stayed behind would
+/// stand on another camera's row, so it is hidden then. What is shown is followed as it changes, so that
+/// showing one and hiding the others costs the same for a handful of buttons and for thousands.
+///
+/// Thread: GUI.
+class KelRightButtons : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param tree     parent of all buttons; outlives this object
+    /// @param hideAll  hides all buttons; called when one no longer stands on its row
+    KelRightButtons(QTreeWidget *tree, std::function<void()> hideAll);
+
+    /// Follows a button until it is removed or destroyed.
+    void add(CustomPushButton *button);
+    /// A button that is about to be disposed of counts as gone from now on.
+    void remove(CustomPushButton *button);
+    /// True for a button that was added and is neither removed nor destroyed. Any pointer may be asked about.
+    bool isAlive(const CustomPushButton *button) const;
+
+    /// Makes every button visible exactly when it is @p button; null hides all.
+    /// @return true when that changed the visibility of any
+    bool showOnly(CustomPushButton *button);
+
+    /// Tells for which row a button is shown. Forgotten with the next showOnly().
+    void setRow(const QModelIndex &row);
+    /// The row of the shown button; invalid when nobody told it.
+    QPersistentModelIndex row() const { return m_row; }
+
+    /// Starts to hide buttons when rows move under them.
+    void watchRows();
+    /// Hides the buttons if the shown one does not stand on its row any more.
+    void hideStray();
+
+    /// Where the button of a row stands, in the coordinates of the row.
+    static QRect placeIn(const QRect &rowRect);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void filterViewport(const QEvent *event);
+    void onRowsAboutToBeRemoved(const QModelIndex &parent, int firstRow, int lastRow);
+
+    QTreeWidget *m_tree;
+    std::function<void()> m_hideAll;
+    QSet<const CustomPushButton *> m_living;
+    QSet<CustomPushButton *> m_shown;
+    QPersistentModelIndex m_row;
+};
