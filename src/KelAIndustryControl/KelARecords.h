@@ -133,7 +133,9 @@ typedef struct _KELA_USB_DEVICE_INFO_ {
 /// Region of a Camera Link device (transport 8).
 typedef struct _KELA_CAMERALINK_DEVICE_INFO_ {
     char portName[128];         ///< the serial port's own name
-    char manufacturerName[264]; ///< vendor
+    char manufacturerName[192]; ///< vendor
+    char userDefinedName[64];   ///< name that the user gave the device
+    uint8_t reserved580[8];
 } KELA_CAMERALINK_DEVICE_INFO;
 
 /// Region of a GenTL device (transports 16 and 32).
@@ -334,6 +336,7 @@ static_assert(offsetof(KELA_DEVICE_INFO_EX, special.usb.userDefinedName) == 464)
 static_assert(offsetof(KELA_DEVICE_INFO_EX, special.usb.usbVersion) == 528);
 static_assert(offsetof(KELA_DEVICE_INFO_EX, special.cameraLink.portName) == 196);
 static_assert(offsetof(KELA_DEVICE_INFO_EX, special.cameraLink.manufacturerName) == 324);
+static_assert(offsetof(KELA_DEVICE_INFO_EX, special.cameraLink.userDefinedName) == 516);
 static_assert(offsetof(KELA_DEVICE_INFO_EX, special.genTL.interfaceId) == 196);
 static_assert(offsetof(KELA_DEVICE_INFO_EX, special.genTL.deviceId) == 260);
 static_assert(offsetof(KELA_DEVICE_INFO_EX, special.genTL.vendorName) == 324);

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <KelAIndustryControl/gentl/Identifiers.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace kela::gentl
+{
+namespace
+{
+
+struct NumberTable {
+    std::mutex mutex; // guards the rest
+    std::map<std::pair<std::string, std::string>, std::uint32_t> numbers;
+    std::vector<InterfaceNumbers::Interface> interfaces; // by number - 1
+};
+
+// Never destroyed: producer threads may outlive the statics of the process.
+NumberTable &numberTable()
+{
+    static auto *const table = new NumberTable;
+    return *table;
+}
+
+bool isContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// A character of more bytes is left out whole.
+std::size_t characterBoundary(std::string_view text, std::size_t limit)
+{
+    constexpr std::size_t kLongestCharacter = 4;
+    if (limit >= text.size())
+        return text.size();
+    std::size_t end = limit;
+    while (end > 0 && limit - end < kLongestCharacter && isContinuation(text[end]))
+        --end;
+    return isContinuation(text[end]) ? limit : end;
+}
+
+std::string hashText(std::string_view text)
+{
+    std::uint64_t hash = 0xCBF29CE484222325ULL; // FNV-1a
+    for (const char byte : text)
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3ULL;
+    static constexpr char kDigits[] = "0123456789abcdef";
+    std::string digits;
+    for (int shift = 60; shift >= 0; shift -= 4)
+        digits.push_back(kDigits[(hash >> shift) & 0xFU]);
+    return digits;
+}
+
+} // namespace
+
+std::string recordIdentifier(std::string_view identifier)
+{
+    if (identifier.size() <= kLongestIdentifier)
+        return std::string(identifier);
+    const std::string hash = hashText(identifier);
+    const std::size_t begin = characterBoundary(identifier, kLongestIdentifier - hash.size() - 1);
+    return std::string(identifier.substr(0, begin)) + '~' + hash;
+}
+
+std::string_view displayText(std::string_view text, std::size_t limit)
+{
+    const std::size_t last = text.find_last_not_of(" \t\r\n");
+    text = text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+    return text.substr(0, characterBoundary(text, limit));
+}
+
+std::uint32_t InterfaceNumbers::numberOf(const std::string &producerFile, const std::string &identifier)
+{
+    NumberTable &table = numberTable();
+    const std::lock_guard lock(table.mutex);
+    const auto next = static_cast<std::uint32_t>(table.interfaces.size() + 1);
+    const auto [entry, isNew] = table.numbers.try_emplace({producerFile, identifier}, next);
+    if (isNew)
+        table.interfaces.push_back({producerFile, identifier});
+    return entry->second;
+}
+
+std::optional<InterfaceNumbers::Interface> InterfaceNumbers::interfaceOf(std::uint32_t number)
+{
+    NumberTable &table = numberTable();
+    const std::lock_guard lock(table.mutex);
+    if (number == 0 || number > table.interfaces.size())
+        return std::nullopt;
+    return table.interfaces[number - 1];
+}
+
+} // namespace kela::gentl

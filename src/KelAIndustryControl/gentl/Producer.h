@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KelAIndustryControl/core/CancelSignal.h>
+#include <KelAIndustryControl/core/UniqueFd.h>
+#include <KelAIndustryControl/gentl/ProducerSession.h>
+
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kela::gentl
+{
+
+/// One producer file of the process, with a thread of its own that makes all calls into it, one after
+/// another. The file is loaded for the first request and let go when the last user has left. It lives as
+/// long as the process: its thread may be inside a producer that never comes back.
+/// Thread: any.
+class Producer
+{
+public:
+    /// Longest time that a caller waits for the producer.
+    static constexpr Milliseconds kLimit{5000};
+
+    /// @param file   its real path
+    /// @param token  its number in the process
+    Producer(std::string file, std::uint32_t token)
+        : m_file(std::move(file))
+        , m_token(token)
+    {
+    }
+
+    Producer(const Producer &) = delete;
+    Producer &operator=(const Producer &) = delete;
+
+    const std::string &file() const { return m_file; }
+    std::uint32_t token() const { return m_token; }
+
+    /// Keeps the producer wanted. Neither its constructor nor its destructor waits.
+    class Use
+    {
+    public:
+        explicit Use(Producer &producer);
+        ~Use();
+        Use(const Use &) = delete;
+        Use &operator=(const Use &) = delete;
+        Producer &producer() const { return m_producer; }
+
+    private:
+        Producer &m_producer;
+    };
+
+    bool isUsed() const;
+    bool isLoaded() const;
+
+    /// The operations below wait for the producer's thread, kLimit at most. A request that is not answered
+    /// by then is left to that thread; until it comes back, further requests give KELA_ERROR_TIMEOUT at once.
+    unsigned int listInterfaces(const CancelSignal &cancel, std::vector<InterfaceFacts> &found);
+    unsigned int listDevices(const CancelSignal &cancel, const std::string &interfaceId,
+                             std::vector<DeviceFacts> &found);
+    unsigned int holdInterface(const CancelSignal &cancel, const std::string &interfaceId);
+
+    /// Returns at once.
+    void releaseInterface(const std::string &interfaceId);
+
+    /// Waits until a producer that nobody uses any more is closed, unless it does not respond.
+    void waitClosed(TimePoint deadline);
+
+private:
+    using Task = std::function<unsigned int(ProducerSession &)>;
+
+    enum class Progress { Waiting, Running, Finished };
+    struct Request {
+        Task task;         // none: close the producer
+        UniqueFd finished; // readable when it is; not there when nobody waits
+        Progress progress = Progress::Waiting;
+        bool isAbandoned = false;
+        TimePoint start;
+        unsigned int result = 0;
+    };
+
+    unsigned int run(const CancelSignal &cancel, Task task);
+    void post(Task task);
+    bool enqueue(const std::shared_ptr<Request> &request);
+    unsigned int giveUp(const std::shared_ptr<Request> &request, bool isCancelled);
+    void threadMain();
+    void runNext(std::unique_lock<std::mutex> &lock);
+    unsigned int perform(const Task &task);
+    unsigned int openSession();
+    void closeSession();
+    unsigned int resultCode(const ProducerSession::Result &result);
+    void tellTrouble(const std::string &trouble);
+
+    const std::string m_file;
+    const std::uint32_t m_token;
+
+    mutable std::mutex m_mutex; // guards the members down to m_isLoaded
+    std::condition_variable m_wake;
+    std::condition_variable m_ended;
+    std::deque<std::shared_ptr<Request>> m_queue;
+    std::shared_ptr<Request> m_current;
+    int m_users = 0;
+    bool m_hasThread = false;
+    bool m_isLoaded = false;
+
+    // Touched by the producer's thread alone.
+    std::unique_ptr<ProducerSession> m_session;
+    std::optional<std::vector<InterfaceFacts>> m_lastInterfaces;
+    std::map<std::string, std::vector<DeviceFacts>> m_lastDevices;
+    std::string m_trouble;
+};
+
+} // namespace kela::gentl
