@@ -1,0 +1,353 @@
+// SPDX-License-Identifier: Apache-2.0
+// Camera items: what an event makes of them, and what a device state makes of icon, button and roles.
+// Called by the slots of the tree and by the host, on the GUI thread.
+//
+// An update of an unknown camera creates it and a creation of a known one updates it, so that lost or
+// doubled events heal. A camera that this client has connected keeps its state and its row: the enumeration
+// cannot see this client's own connections. Nothing is written that stands there already: a pass in which
+// nothing changed must not make the view measure or paint.
+#include "KelDeviceTree_p.h"
+
+#include "KelDeviceLabels.h"
+#include "KelDeviceTreeGuard.h"
+#include "KelDeviceTreeLog.h"
+#include "KelDeviceTreeRecords.h"
+
+#include <QTreeWidgetItem>
+
+#include <optional>
+
+namespace
+{
+
+int groupTypeOf(const KELA_DEVICE_INFO_EX &info)
+{
+    switch (info.transport) {
+    case KELA_INTERFACE_TYPE_GIGE:
+        return info.placement == KELA_PLACEMENT_VIRTUAL ? KelDeviceTree::ItemGigEVirtualGroup
+               : info.placement == KELA_PLACEMENT_OTHER ? KelDeviceTree::ItemOtherGroup
+                                                        : KelDeviceTree::ItemGigERoot;
+    case KELA_INTERFACE_TYPE_USB:
+        return info.placement == KELA_PLACEMENT_VIRTUAL ? KelDeviceTree::ItemUSBVirtualGroup
+                                                        : KelDeviceTree::ItemUSBRoot;
+    case KELA_INTERFACE_TYPE_CAMERALINK:
+        return KelDeviceTree::ItemCamLinkRoot;
+    case KELA_INTERFACE_TYPE_GENTL:
+        return KelDeviceTree::ItemGenTLRoot;
+    default:
+        return KelDeviceTree::ItemGigERoot;
+    }
+}
+
+struct StateLook {
+    std::optional<bool> connected;                 ///< ItemConnectedRole; none leaves it
+    std::optional<KelDeviceTree::BtnState> button; ///< none leaves it
+};
+
+// A GigE camera that is not reachable keeps a usable button: its address can still be set. An unreachable
+// USB or Camera Link camera has none.
+StateLook lookOf(KELA_DEV_STATE state)
+{
+    switch (state) {
+    case KELA_DEV_STATE_GIGE_FREE:
+    case KELA_DEV_STATE_GIGE_UNREACHABLE:
+    case KELA_DEV_STATE_GIGE_MULTICAST:
+        return {false, KelDeviceTree::BtnConnect};
+    case KELA_DEV_STATE_GIGE_IN_USE:
+        return {false, KelDeviceTree::BtnDisable};
+    case KELA_DEV_STATE_GIGE_CONNECTED:
+    case KELA_DEV_STATE_GIGE_MULTICAST_CONNECTED:
+        return {true, KelDeviceTree::BtnDisconnect};
+    case KELA_DEV_STATE_USB3_FREE:
+    case KELA_DEV_STATE_USB2_FREE:
+    case KELA_DEV_STATE_CAMERALINK_FREE:
+    case KELA_DEV_STATE_GENTL_FREE:
+    case KELA_DEV_STATE_GENTL_INTERFACE_FREE:
+        return {std::nullopt, KelDeviceTree::BtnConnect};
+    case KELA_DEV_STATE_USB3_IN_USE:
+    case KELA_DEV_STATE_USB3_UNUSABLE:
+    case KELA_DEV_STATE_USB2_IN_USE:
+    case KELA_DEV_STATE_USB2_UNUSABLE:
+    case KELA_DEV_STATE_CAMERALINK_UNREACHABLE:
+    case KELA_DEV_STATE_GENTL_IN_USE:
+    case KELA_DEV_STATE_GENTL_INTERFACE_IN_USE:
+        return {std::nullopt, KelDeviceTree::BtnDisable};
+    case KELA_DEV_STATE_USB3_CONNECTED:
+    case KELA_DEV_STATE_USB2_CONNECTED:
+    case KELA_DEV_STATE_CAMERALINK_CONNECTED:
+    case KELA_DEV_STATE_GENTL_CONNECTED:
+    case KELA_DEV_STATE_GENTL_INTERFACE_OPEN:
+        return {std::nullopt, KelDeviceTree::BtnDisconnect};
+    default:
+        return {};
+    }
+}
+
+// To a view every icon that is written is a new one.
+void setIcon(QTreeWidgetItem *item, const QIcon &icon)
+{
+    if (item->icon(0).cacheKey() != icon.cacheKey()) {
+        item->setIcon(0, icon);
+    }
+}
+
+QString namingLine(const QString &name, int cameraId)
+{
+    return QStringLiteral("CameraName:%1   To   CameraID:%2").arg(name, QString::number(cameraId));
+}
+
+QString deletionLine(const KELA_STRUCT_DEVICE_INFO &info)
+{
+    switch (info.deviceInfo.transport) {
+    case KELA_INTERFACE_TYPE_GIGE:
+        return namingLine(KelDeviceLabels::gigeUserName(info.deviceInfo), info.deviceId);
+    case KELA_INTERFACE_TYPE_USB:
+        return namingLine(KelDeviceLabels::usbUserName(info.deviceInfo), info.deviceId);
+    case KELA_INTERFACE_TYPE_CAMERALINK:
+        return QStringLiteral("Delete CameraLink,   CameraID:%1").arg(info.deviceId);
+    default:
+        return QStringLiteral("Delete Interface,   CameraID:%1").arg(info.deviceId);
+    }
+}
+
+void showLabel(QTreeWidgetItem *item, const QString &label)
+{
+    item->setText(0, label);
+    item->setToolTip(0, label);
+}
+
+} // namespace
+
+void KelDeviceTreePrivate::onNewDevice(const QVariant &dataVar)
+{
+    const auto info = dataVar.value<KELA_STRUCT_DEVICE_INFO>();
+    if (!isItemTypeVisible(groupTypeOf(info.deviceInfo))) {
+        return;
+    }
+    if (findCameraItem(info.deviceId)) {
+        q->onUpdateDeviceInfo(dataVar);
+        return;
+    }
+    if (!isValidDevice(info.deviceInfo)) {
+        return;
+    }
+    QTreeWidgetItem *parent = findParentItem(info);
+    QTreeWidgetItem *item = nullptr;
+    switch (info.deviceInfo.transport) {
+    case KELA_INTERFACE_TYPE_GIGE:
+        item = onNewGigeCamera(info, parent);
+        break;
+    case KELA_INTERFACE_TYPE_USB:
+        item = onNewUSBCamera(info, parent);
+        break;
+    case KELA_INTERFACE_TYPE_CAMERALINK:
+        item = onNewCamLinkCamera(info, parent);
+        break;
+    case KELA_INTERFACE_TYPE_GENTL:
+        item = onNewGenTLDevice(info, parent);
+        break;
+    default:
+        break;
+    }
+    if (item) {
+        Q_EMIT q->sigNewDeviceItem(item);
+    }
+}
+
+void KelDeviceTreePrivate::onUpdateDeviceInfo(const QVariant &dataVar)
+{
+    const auto info = dataVar.value<KELA_STRUCT_DEVICE_INFO>();
+    QTreeWidgetItem *item = findCameraItem(info.deviceId);
+    if (!item) {
+        q->onNewDevice(dataVar);
+        return;
+    }
+    switch (info.deviceInfo.transport) {
+    case KELA_INTERFACE_TYPE_GIGE:
+        onUpdateGigeCamera(info);
+        break;
+    case KELA_INTERFACE_TYPE_USB:
+        onUpdateUSBCamera(info);
+        break;
+    case KELA_INTERFACE_TYPE_CAMERALINK:
+        onUpdateCamLinkCamera(info);
+        break;
+    case KELA_INTERFACE_TYPE_GENTL:
+        onUpdateGenTLDevice(info);
+        break;
+    default:
+        break;
+    }
+    Q_EMIT q->sigUpdateDeviceItem(item);
+}
+
+void KelDeviceTreePrivate::onDeleteDevice(const QVariant &dataVar)
+{
+    const auto info = dataVar.value<KELA_STRUCT_DEVICE_INFO>();
+    logTreeInfo(__LINE__, Q_FUNC_INFO,
+                QStringLiteral("Enter onDeleteDevice,   CameraID:%1").arg(info.deviceId));
+    QTreeWidgetItem *item = findCameraItem(info.deviceId);
+    if (!item) {
+        return;
+    }
+    const auto shown = item->data(0, KelDeviceTree::ItemInfoRole).value<KELA_STRUCT_DEVICE_INFO>();
+    if (isCameraConnet(shown.deviceState)) {
+        return;
+    }
+    deleteCameraItem(item);
+    logTreeInfo(__LINE__, Q_FUNC_INFO, deletionLine(info));
+}
+
+QTreeWidgetItem *KelDeviceTreePrivate::newCamera(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent,
+                                                 int itemType, const QString &label)
+{
+    QTreeWidgetItem *item = newTreeItem(parent, itemType, getStayTopIndex(info, parent));
+    item->setText(0, label);
+    item->setData(0, KelDeviceTree::ItemIdRole, info.deviceId);
+    item->setData(0, KelDeviceTree::ItemInfoRole, QVariant::fromValue(info));
+    setItemRightBtn(item, getItemRightBtn(info.deviceId, false));
+    if (itemType == KelDeviceTree::ItemGigECamera) {
+        item->setData(0, KelDeviceTree::ItemConnectedRole, false);
+    }
+    item->setToolTip(0, label);
+    setItemIcon(item, static_cast<KELA_DEV_STATE>(info.deviceState));
+    logTreeInfo(__LINE__, Q_FUNC_INFO, namingLine(label, info.deviceId));
+    return item;
+}
+
+// The name is cut when the row is made and whole from the first update on: hosts count on both.
+QTreeWidgetItem *KelDeviceTreePrivate::onNewGigeCamera(const KELA_STRUCT_DEVICE_INFO &info,
+                                                       QTreeWidgetItem *parent)
+{
+    if (!parent) {
+        return nullptr;
+    }
+    return newCamera(info, parent, KelDeviceTree::ItemGigECamera,
+                     KelDeviceLabels::gigeCamera(info.deviceInfo, KelDeviceLabels::kGigeNameLengthAtCreation));
+}
+
+QTreeWidgetItem *KelDeviceTreePrivate::onNewUSBCamera(const KELA_STRUCT_DEVICE_INFO &info,
+                                                      QTreeWidgetItem *parent)
+{
+    if (!parent) {
+        return nullptr;
+    }
+    return newCamera(info, parent, KelDeviceTree::ItemUSBCamera, KelDeviceLabels::usbCamera(info.deviceInfo));
+}
+
+QTreeWidgetItem *KelDeviceTreePrivate::onNewCamLinkCamera(const KELA_STRUCT_DEVICE_INFO &info,
+                                                          QTreeWidgetItem *parent)
+{
+    if (!parent) {
+        return nullptr;
+    }
+    return newCamera(info, parent, KelDeviceTree::ItemCamLinkCamera,
+                     KelDeviceLabels::cameraLinkCamera(info.deviceInfo));
+}
+
+QTreeWidgetItem *KelDeviceTreePrivate::onNewGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info,
+                                                        QTreeWidgetItem *parent)
+{
+    if (!parent) {
+        return nullptr;
+    }
+    return newCamera(info, parent, KelDeviceTree::ItemGenTLDevice,
+                     KelDeviceLabels::genTLDevice(info.deviceInfo));
+}
+
+void KelDeviceTreePrivate::onUpdateGigeCamera(const KELA_STRUCT_DEVICE_INFO &info)
+{
+    if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
+        constexpr int kWholeName = sizeof info.deviceInfo.special.gige.userDefinedName;
+        showLabel(item, KelDeviceLabels::gigeCamera(info.deviceInfo, kWholeName));
+        updateCamera(item, info);
+    }
+}
+
+void KelDeviceTreePrivate::onUpdateUSBCamera(const KELA_STRUCT_DEVICE_INFO &info)
+{
+    if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
+        const QString label = KelDeviceLabels::usbCamera(info.deviceInfo);
+        showLabel(item, label);
+        updateCamera(item, info);
+        logTreeInfo(__LINE__, Q_FUNC_INFO, namingLine(label, info.deviceId));
+    }
+}
+
+// Keeps its label.
+void KelDeviceTreePrivate::onUpdateCamLinkCamera(const KELA_STRUCT_DEVICE_INFO &info)
+{
+    if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
+        updateCamera(item, info);
+    }
+}
+
+void KelDeviceTreePrivate::onUpdateGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info)
+{
+    if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
+        showLabel(item, KelDeviceLabels::genTLDevice(info.deviceInfo));
+        updateCamera(item, info);
+    }
+}
+
+void KelDeviceTreePrivate::updateCamera(QTreeWidgetItem *item, KELA_STRUCT_DEVICE_INFO info)
+{
+    const auto shown = item->data(0, KelDeviceTree::ItemInfoRole).value<KELA_STRUCT_DEVICE_INFO>();
+    if (isCameraConnet(shown.deviceState)) {
+        info.deviceState = shown.deviceState;
+    } else {
+        setItemIcon(item, static_cast<KELA_DEV_STATE>(info.deviceState));
+    }
+    setItemRecord<KELA_STRUCT_DEVICE_INFO>(item, QVariant::fromValue(info));
+}
+
+void KelDeviceTreePrivate::deleteCameraItem(QTreeWidgetItem *item)
+{
+    if (!item || item->treeWidget() != q) {
+        return;
+    }
+    const KelDeviceTreeGuard guard(q, item);
+    const int id = item->data(0, KelDeviceTree::ItemIdRole).toInt();
+    makeGroupCurrentInsteadOf(item);
+    if (guard.item()) {
+        Q_EMIT q->sigDeleteDeviceItem(guard.item());
+    }
+    if (guard.isTreeAlive()) {
+        removeItemRightBtn(id);
+        delete guard.item();
+        deleteThreadInfo(id);
+    }
+}
+
+void KelDeviceTreePrivate::setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE state)
+{
+    if (!item) {
+        return;
+    }
+    const StateLook look = lookOf(state);
+    if (look.connected) {
+        item->setData(0, KelDeviceTree::ItemConnectedRole, *look.connected);
+    }
+    if (look.button) {
+        updateItemRightBtn(item->data(0, KelDeviceTree::ItemIdRole).toInt(), *look.button);
+    }
+    // A grabbing GenTL device shows it whatever its item is.
+    const int type = item->data(0, KelDeviceTree::ItemTypeRole).toInt();
+    if (state == KELA_DEV_STATE_GENTL_GRABBING ||
+        (type >= KelDeviceTree::ItemGigECamera && type <= KelDeviceTree::ItemGenTLInterface)) {
+        setIcon(item, iconMap().value(state));
+    }
+}
+
+QString KelDeviceTreePrivate::getSerialByInfo(const KELA_STRUCT_DEVICE_INFO &info)
+{
+    return KelDeviceLabels::serial(info);
+}
+
+QString KelDeviceTreePrivate::getCameraSerial(QTreeWidgetItem *item)
+{
+    if (!q->isCameraItem(item)) {
+        return QString();
+    }
+    return getSerialByInfo(item->data(0, KelDeviceTree::ItemInfoRole).value<KELA_STRUCT_DEVICE_INFO>());
+}
