@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <KelAIndustryControl/core/Backends.h>
 
+#include <KelAIndustryControl/cameralink/CameraLinkBackend.h>
 #include <KelAIndustryControl/core/Log.h>
+#include <KelAIndustryControl/gentl/GenTLProducers.h>
 #include <KelAIndustryControl/gige/GigeBackend.h>
+#include <KelAIndustryControl/usb3/Usb3Backend.h>
 
 #include <string>
 
@@ -16,6 +19,10 @@ std::unique_ptr<TransportBackend> makeBackend(unsigned int transport, const Back
     switch (transport) {
     case KELA_INTERFACE_TYPE_GIGE:
         return gige::makeBackend(context);
+    case KELA_INTERFACE_TYPE_USB:
+        return usb3::makeBackend(context);
+    case KELA_INTERFACE_TYPE_CAMERALINK:
+        return cameralink::makeBackend(context);
     default:
         return nullptr;
     }

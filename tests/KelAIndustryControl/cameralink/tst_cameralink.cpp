@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: Apache-2.0
+// The device access over a simulated serial library that is loaded for real.
+#include <KelAIndustryControl/KelAIndustryControl.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+class LogLines
+{
+public:
+    LogLines() { KelAIndustryControl::SetLogSink(&LogLines::take, this); }
+    ~LogLines() { KelAIndustryControl::SetLogSink(nullptr, nullptr); }
+
+    int count(const std::string &part)
+    {
+        const std::lock_guard lock(m_mutex);
+        int found = 0;
+        for (const std::string &line : m_lines)
+            found += line.find(part) != std::string::npos ? 1 : 0;
+        return found;
+    }
+
+private:
+    static void take(KELA_LOG_LEVEL, const char *text, void *user)
+    {
+        auto *self = static_cast<LogLines *>(user);
+        const std::lock_guard lock(self->m_mutex);
+        self->m_lines.emplace_back(text);
+    }
+
+    std::mutex m_mutex;
+    std::vector<std::string> m_lines;
+};
+
+/// The library and its description belong to one process: each test copies the library, since a file is
+/// loaded once and keeps what it found.
+class CameraLink : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const std::string folder = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe)
+        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        m_library = folder + "/clser" + name + ".so";
+        m_description = folder + "/" + name + ".ports";
+        std::ifstream from(SIMULATED_SERIAL_LIBRARY, std::ios::binary);
+        std::ofstream(m_library, std::ios::binary) << from.rdbuf();
+        setenv("KELS_CLSERIAL", m_library.c_str(), 1);        // NOLINT(concurrency-mt-unsafe)
+        setenv("KEL_SIM_CLSERIAL", m_description.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    }
+
+    void describe(const std::string &ports) { std::ofstream(m_description) << ports; }
+
+    unsigned int enumerate() { return m_access.EnumDevices(KELA_INTERFACE_TYPE_CAMERALINK, &m_list, false); }
+
+    std::string m_library;
+    std::string m_description;
+    LogLines m_log;
+    KelAIndustryControl m_access;
+    KELA_DEVICE_INFO_LIST m_list = {};
+};
+
+TEST_F(CameraLink, cameraIsIdentifiedOverItsSerialLine)
+{
+    describe("Port_A camera manufacturer=Example_Optics model=EX-20 version=1.2 serial=CL001 user=left\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 1U);
+    KELA_DEVICE_INFO_EX expected = {};
+    expected.transport = KELA_INTERFACE_TYPE_CAMERALINK;
+    std::string("EX-20").copy(expected.modelName, 5);
+    std::string("1.2").copy(expected.secondName, 3);
+    std::string("CL001").copy(expected.serialNumber, 5);
+    std::string("Port_A").copy(expected.special.cameraLink.portName, 6);
+    std::string("Example Optics").copy(expected.special.cameraLink.manufacturerName, 14);
+    std::string("left").copy(expected.special.cameraLink.userDefinedName, 4);
+    EXPECT_EQ(std::memcmp(m_list.devices[0], &expected, sizeof(expected)), 0);
+}
+
+TEST_F(CameraLink, silentPortGivesNoDeviceAndOneLogLine)
+{
+    describe("A silent\n");
+
+    enumerate();
+    enumerate();
+
+    EXPECT_EQ(m_list.count, 0U);
+    EXPECT_EQ(m_log.count("port A: no answer"), 1);
+}
+
+TEST_F(CameraLink, portInUseGivesNoDeviceAndOneLogLine)
+{
+    describe("A busy\n");
+
+    enumerate();
+    enumerate();
+
+    EXPECT_EQ(m_list.count, 0U);
+    EXPECT_EQ(m_log.count("port A: in use"), 1);
+}
+
+TEST_F(CameraLink, noiseAndDamageAreNoCamera)
+{
+    describe("A noise\nB stops model=EX serial=1\nC checksum model=EX serial=2\n");
+
+    EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    EXPECT_EQ(m_list.count, 0U);
+    EXPECT_EQ(m_log.count("is not understood"), 3);
+}
+
+TEST_F(CameraLink, textThatFillsItsRegisterIsReadToItsEnd)
+{
+    describe("A camera full model=EX serial=CL9\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 1U);
+    // The record's field holds 63 characters and a NUL, as every text that the device access writes.
+    EXPECT_EQ(fixedText(m_list.devices[0]->modelName), "EX" + std::string(61, 'x'));
+}
+
+TEST_F(CameraLink, camerasBesideASilentPortAreListedInThePortsOrder)
+{
+    describe("B camera model=EX-2 serial=2\nC silent\nA camera model=EX-1 serial=1\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 2U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->special.cameraLink.portName), "A");
+    EXPECT_EQ(fixedText(m_list.devices[1]->special.cameraLink.portName), "B");
+}
+
+TEST_F(CameraLink, identifiedPortIsNotProbedAgainInTheNextPass)
+{
+    describe("A camera model=EX-1 serial=1\n");
+    enumerate();
+    describe("A camera model=EX-2 serial=1\n");
+
+    enumerate();
+
+    ASSERT_EQ(m_list.count, 1U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->modelName), "EX-1");
+}
+
+TEST_F(CameraLink, portThatVanishesTakesItsCameraWithIt)
+{
+    describe("A camera model=EX-1 serial=1\n");
+    enumerate();
+    describe("");
+
+    enumerate();
+
+    EXPECT_EQ(m_list.count, 0U);
+}
+
+TEST_F(CameraLink, hangingLibraryDelaysAPassOnlyForItsLimit)
+{
+    describe("A hang\n");
+
+    const auto begin = Clock::now();
+    EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    enumerate();
+
+    EXPECT_EQ(m_list.count, 0U);
+    EXPECT_EQ(m_log.count("does not return"), 1);
+    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(20)) << "the library hangs for an hour";
+}
+
+TEST_F(CameraLink, cancelEndsTheWaitForALibrary)
+{
+    describe("A hang\n");
+    unsigned int result = KELA_OK;
+    std::thread worker([&] { result = enumerate(); });
+
+    m_access.CancelEnum();
+    worker.join();
+
+    EXPECT_EQ(result, static_cast<unsigned int>(KELA_ERROR_CANCELLED));
+}
+
+TEST_F(CameraLink, missingLibraryIsAnEmptyTransport)
+{
+    setenv("KELS_CLSERIAL", "/nowhere/clsernone.so", 1); // NOLINT(concurrency-mt-unsafe)
+
+    EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    EXPECT_EQ(m_list.count, 0U);
+    EXPECT_EQ(m_log.count("clsernone.so"), 1);
+}
+
+} // namespace
