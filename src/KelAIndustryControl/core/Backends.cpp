@@ -28,9 +28,9 @@ std::unique_ptr<TransportBackend> makeBackend(unsigned int transport, const Back
     }
 }
 
-std::unique_ptr<GenTLBackend> makeGenTLBackend(const BackendContext &)
+std::unique_ptr<GenTLBackend> makeGenTLBackend(const BackendContext &context)
 {
-    return nullptr;
+    return gentl::makeBackend(context);
 }
 
 bool isGenTLTransport(unsigned int transport)

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <iterator>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -67,15 +68,28 @@ unsigned int Producer::listInterfaces(const CancelSignal &cancel, std::vector<In
     const unsigned int code = run(cancel, [this, result](ProducerSession &session) {
         const ProducerSession::Result listed = session.listInterfaces(*result);
         if (listed)
-            m_lastInterfaces = *result;
+            keepInterfaces(*result);
         if (listed.code != GC_ERR_TIMEOUT || !m_lastInterfaces)
-            return resultCode(listed);
+            return resultCode(listed, {});
         *result = *m_lastInterfaces;
         return static_cast<unsigned int>(KELA_OK);
     });
     if (code == KELA_OK)
         found = std::move(*result);
     return code;
+}
+
+void Producer::keepInterfaces(const std::vector<InterfaceFacts> &interfaces)
+{
+    m_lastInterfaces = interfaces;
+    for (auto kept = m_lastDevices.begin(); kept != m_lastDevices.end();) {
+        const bool isListed =
+            std::any_of(interfaces.begin(), interfaces.end(),
+                        [&](const InterfaceFacts &facts) { return facts.identifier == kept->first; });
+        if (!isListed)
+            m_troubles.erase(kept->first);
+        kept = isListed ? std::next(kept) : m_lastDevices.erase(kept);
+    }
 }
 
 unsigned int Producer::listDevices(const CancelSignal &cancel, const std::string &interfaceId,
@@ -88,7 +102,7 @@ unsigned int Producer::listDevices(const CancelSignal &cancel, const std::string
         if (listed)
             m_lastDevices[interfaceId] = *result;
         if (listed.code != GC_ERR_TIMEOUT || last == m_lastDevices.end())
-            return resultCode(listed);
+            return resultCode(listed, interfaceId);
         *result = last->second;
         return static_cast<unsigned int>(KELA_OK);
     });
@@ -105,7 +119,7 @@ unsigned int Producer::holdInterface(const CancelSignal &cancel, const std::stri
             const ProducerSession::Result held = session.holdInterface(interfaceId);
             isHeld->store(static_cast<bool>(held));
             const bool isTaken = held.code == GC_ERR_RESOURCE_IN_USE || held.code == GC_ERR_ACCESS_DENIED;
-            const unsigned int result = resultCode(held);
+            const unsigned int result = resultCode(held, interfaceId);
             return isTaken ? static_cast<unsigned int>(KELA_ERROR_IN_USE) : result;
         });
     // Nobody will close what a caller that left meanwhile got.
@@ -151,6 +165,7 @@ unsigned int Producer::run(const CancelSignal &cancel, Task task)
 void Producer::post(Task task)
 {
     const auto request = std::make_shared<Request>();
+    request->kind = Kind::IfOpen;
     request->task = std::move(task);
     const std::lock_guard lock(m_mutex);
     // Without a thread nothing is open that would need the call.
@@ -204,6 +219,7 @@ void Producer::threadMain()
             if (!m_isLoaded)
                 break;
             m_queue.push_back(std::make_shared<Request>());
+            m_queue.back()->kind = Kind::Closing;
         }
         if (m_queue.empty())
             m_wake.wait(lock);
@@ -221,7 +237,7 @@ void Producer::runNext(std::unique_lock<std::mutex> &lock)
     m_current->progress = Progress::Running;
     m_current->start = Clock::now();
     lock.unlock();
-    const unsigned int result = perform(m_current->task);
+    const unsigned int result = perform(*m_current);
     lock.lock();
 
     const std::shared_ptr<Request> done = std::move(m_current);
@@ -239,14 +255,31 @@ void Producer::runNext(std::unique_lock<std::mutex> &lock)
     lock.lock();
 }
 
-unsigned int Producer::perform(const Task &task)
+unsigned int Producer::perform(const Request &request)
 {
-    if (!task) {
-        closeSession();
-        return KELA_OK;
+    try {
+        return performUnguarded(request);
+    } catch (abi::__forced_unwind &) {
+        throw; // the thread is being ended
+    } catch (...) {
+        return KELA_ERROR_RESOURCE;
     }
-    const unsigned int code = openSession();
-    return code == KELA_OK ? task(*m_session) : code;
+}
+
+unsigned int Producer::performUnguarded(const Request &request)
+{
+    unsigned int code = KELA_OK;
+    switch (request.kind) {
+    case Kind::Opening:
+        code = openSession();
+        return code == KELA_OK ? request.task(*m_session) : code;
+    case Kind::IfOpen:
+        return m_session ? request.task(*m_session) : code;
+    case Kind::Closing:
+        closeSession();
+        return code;
+    }
+    return code;
 }
 
 unsigned int Producer::openSession()
@@ -256,13 +289,13 @@ unsigned int Producer::openSession()
     auto session = std::make_unique<ProducerSession>(m_file);
     std::string error;
     if (!session->load(error)) {
-        tellTrouble("cannot be loaded: " + error);
+        tellTrouble({}, "cannot be loaded: " + error);
         return KELA_ERROR_NOT_A_PRODUCER;
     }
     const ProducerSession::Result result = session->open();
     if (!result) {
         session->close();
-        return resultCode(result);
+        return resultCode(result, {});
     }
     m_session = std::move(session);
     return KELA_OK;
@@ -275,25 +308,28 @@ void Producer::closeSession()
     m_session.reset();
     m_lastInterfaces.reset();
     m_lastDevices.clear();
-    m_trouble.clear();
+    m_troubles.clear();
 }
 
-unsigned int Producer::resultCode(const ProducerSession::Result &result)
+unsigned int Producer::resultCode(const ProducerSession::Result &result, const std::string &subject)
 {
     if (result) {
-        m_trouble.clear();
+        m_troubles.erase(subject);
         return KELA_OK;
     }
-    tellTrouble(result.what);
+    tellTrouble(subject, result.what);
     return result.code == GC_ERR_TIMEOUT ? KELA_ERROR_TIMEOUT : KELA_ERROR_PRODUCER_FAILED;
 }
 
-void Producer::tellTrouble(const std::string &trouble)
+// One line per change, not per pass.
+void Producer::tellTrouble(const std::string &subject, const std::string &trouble)
 {
-    if (m_trouble == trouble)
+    std::string &told = m_troubles[subject];
+    if (told == trouble)
         return;
-    m_trouble = trouble;
-    logLine(KELA_LOG_WARNING, "GenTL producer " + printable(m_file) + ": " + printable(trouble));
+    told = trouble;
+    const std::string where = subject.empty() ? std::string() : ", interface " + printable(subject);
+    logLine(KELA_LOG_WARNING, "GenTL producer " + printable(m_file) + where + ": " + printable(trouble));
 }
 
 void Producer::waitClosed(TimePoint deadline)

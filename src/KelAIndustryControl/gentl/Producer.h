@@ -76,9 +76,11 @@ public:
 private:
     using Task = std::function<unsigned int(ProducerSession &)>;
 
+    enum class Kind { Opening, IfOpen, Closing };
     enum class Progress { Waiting, Running, Finished };
     struct Request {
-        Task task;         // none: close the producer
+        Kind kind = Kind::Opening;
+        Task task;
         UniqueFd finished; // readable when it is; not there when nobody waits
         Progress progress = Progress::Waiting;
         bool isAbandoned = false;
@@ -92,11 +94,13 @@ private:
     unsigned int giveUp(const std::shared_ptr<Request> &request, bool isCancelled);
     void threadMain();
     void runNext(std::unique_lock<std::mutex> &lock);
-    unsigned int perform(const Task &task);
+    unsigned int perform(const Request &request);
+    unsigned int performUnguarded(const Request &request);
     unsigned int openSession();
     void closeSession();
-    unsigned int resultCode(const ProducerSession::Result &result);
-    void tellTrouble(const std::string &trouble);
+    unsigned int resultCode(const ProducerSession::Result &result, const std::string &subject);
+    void tellTrouble(const std::string &subject, const std::string &trouble);
+    void keepInterfaces(const std::vector<InterfaceFacts> &interfaces);
 
     const std::string m_file;
     const std::uint32_t m_token;
@@ -114,7 +118,7 @@ private:
     std::unique_ptr<ProducerSession> m_session;
     std::optional<std::vector<InterfaceFacts>> m_lastInterfaces;
     std::map<std::string, std::vector<DeviceFacts>> m_lastDevices;
-    std::string m_trouble;
+    std::map<std::string, std::string> m_troubles; // by interface, "" for the producer itself
 };
 
 } // namespace kela::gentl

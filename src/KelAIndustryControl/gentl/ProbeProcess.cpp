@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <KelAIndustryControl/gentl/ProbeProcess.h>
+
+#include <KelAIndustryControl/KelAErrors.h>
+#include <KelAIndustryControl/core/UniqueFd.h>
+#include <KelAIndustryControl/gentl/ProbeProtocol.h>
+#include <KelAIndustryControl/gentl/ProducerFile.h>
+
+#include <csignal>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+#include <system_error>
+#include <thread>
+
+#ifndef KELA_PROBE_FOLDER
+#define KELA_PROBE_FOLDER "../libexec"
+#endif
+
+namespace kela::gentl
+{
+namespace
+{
+
+constexpr char kProbeName[] = "/kel-cti-probe";
+
+/// What the probe told so far.
+struct Report {
+    std::string step = "its start";
+    std::string fault;
+    bool lied = false;
+    bool done = false;
+
+    void takeLine(std::string_view line)
+    {
+        if (line.empty())
+            return;
+        const std::string text(line.substr(1));
+        switch (line.front()) {
+        case kProbeStep:
+            step = text;
+            break;
+        case kProbeFault:
+            fault = text.empty() ? "it is no producer" : text;
+            break;
+        case kProbeLied:
+            lied = true;
+            break;
+        case kProbeDone:
+            done = true;
+            break;
+        default:
+            break;
+        }
+    }
+};
+
+enum class End { PipeClosed, TimeOver, Cancelled };
+
+struct SpawnActions {
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+
+    explicit SpawnActions(int pipeEnd)
+    {
+        ::posix_spawn_file_actions_init(&actions);
+        ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        ::posix_spawn_file_actions_adddup2(&actions, pipeEnd, kProbePipe);
+        ::posix_spawnattr_init(&attributes);
+        sigset_t none;
+        sigset_t all;
+        ::sigemptyset(&none);
+        ::sigfillset(&all);
+        ::posix_spawnattr_setsigmask(&attributes, &none);
+        ::posix_spawnattr_setsigdefault(&attributes, &all);
+        // A group of its own, so that what the producer starts ends with the probe.
+        ::posix_spawnattr_setpgroup(&attributes, 0);
+        ::posix_spawnattr_setflags(&attributes,
+                                   POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+    ~SpawnActions()
+    {
+        ::posix_spawn_file_actions_destroy(&actions);
+        ::posix_spawnattr_destroy(&attributes);
+    }
+    SpawnActions(const SpawnActions &) = delete;
+    SpawnActions &operator=(const SpawnActions &) = delete;
+};
+
+std::string folderOf(const std::string &path)
+{
+    return path.substr(0, path.rfind('/'));
+}
+
+void takeLines(std::string &text, Report &report)
+{
+    constexpr std::size_t kLongestLine = 4096;
+    for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
+        report.takeLine(std::string_view(text).substr(0, end));
+        text.erase(0, end + 1);
+    }
+    if (text.size() > kLongestLine)
+        text.clear();
+}
+
+End listen(int pipe, const CancelSignal &cancel, Report &report)
+{
+    const TimePoint deadline = Clock::now() + kTrialLimit;
+    std::string text;
+    for (TimePoint now = Clock::now(); now < deadline; now = Clock::now()) {
+        if (cancel.isSet())
+            return End::Cancelled;
+        pollfd events[] = {{pipe, POLLIN, 0}, {cancel.fd(), POLLIN, 0}};
+        if (::poll(events, 2, pollTimeout(deadline, now)) <= 0 || !(events[0].revents & (POLLIN | POLLHUP)))
+            continue;
+        char bytes[1024];
+        const ssize_t length = ::read(pipe, bytes, sizeof bytes);
+        if (length < 0 && errno == EINTR)
+            continue;
+        if (length <= 0)
+            return End::PipeClosed;
+        text.append(bytes, static_cast<std::size_t>(length));
+        takeLines(text, report);
+        if (report.done)
+            return End::PipeClosed;
+    }
+    return End::TimeOver;
+}
+
+/// Ends the probe and what it started; tells how it ended by itself, where that is known.
+std::string endProbe(pid_t probe, End end)
+{
+    constexpr Milliseconds kPatience{1000};
+    constexpr Milliseconds kLookInterval{5};
+    const TimePoint deadline = Clock::now() + kPatience;
+    // One that closed the pipe is about to end; what it ends with is worth a moment.
+    const TimePoint killAt = end == End::PipeClosed ? Clock::now() + kPatience / 4 : Clock::now();
+    int status = 0;
+    for (bool isKilled = false; Clock::now() < deadline; std::this_thread::sleep_for(kLookInterval)) {
+        if (!isKilled && Clock::now() >= killAt)
+            isKilled = ::kill(-probe, SIGKILL) == 0 || errno == ESRCH;
+        const pid_t ended = ::waitpid(probe, &status, WNOHANG);
+        if (ended == 0 || (ended < 0 && errno == EINTR))
+            continue;
+        ::kill(-probe, SIGKILL);
+        if (ended < 0 || isKilled)
+            return {};
+        return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
+                                   : "status " + std::to_string(WEXITSTATUS(status));
+    }
+    return {};
+}
+
+Verdict judge(const Report &report, End end, const std::string &status)
+{
+    if (!report.fault.empty())
+        return {KELA_ERROR_NOT_A_PRODUCER, report.fault};
+    if (end == End::TimeOver)
+        return {KELA_ERROR_PRODUCER_REFUSED, "it did not come back from " + report.step + " within " +
+                                                 std::to_string(kTrialLimit.count() / 1000) +
+                                                 " s of its trial load"};
+    if (!report.done)
+        return {KELA_ERROR_PRODUCER_REFUSED, "its trial load ended in " + report.step +
+                                                 (status.empty() ? std::string() : " with " + status)};
+    if (report.lied)
+        return {KELA_ERROR_PRODUCER_REFUSED, "it claims to write more than it has room for"};
+    return {};
+}
+
+} // namespace
+
+std::string probePath()
+{
+    Dl_info info = {};
+    if (::dladdr(reinterpret_cast<const void *>(&kProbeName), &info) == 0 || !info.dli_fname)
+        return {};
+    const auto own = ProducerFile::of(info.dli_fname);
+    if (!own)
+        return {};
+    const std::string folder = folderOf(own->path);
+    for (const char *place : {"/" KELA_PROBE_FOLDER, "/../libexec", ""}) {
+        const std::string path = folder + place + kProbeName;
+        if (::access(path.c_str(), X_OK) == 0)
+            return path;
+    }
+    return {};
+}
+
+std::optional<Verdict> runProbe(const std::string &file, const CancelSignal &cancel)
+{
+    const std::string program = probePath();
+    if (program.empty())
+        return Verdict{KELA_ERROR_RESOURCE, "kel-cti-probe, which tries it first, is missing"};
+    int ends[2] = {-1, -1};
+    if (::pipe2(ends, O_CLOEXEC) != 0)
+        return Verdict{KELA_ERROR_RESOURCE, std::generic_category().message(errno)};
+    const UniqueFd readEnd(ends[0]);
+    UniqueFd writeEnd(ends[1]);
+
+    std::string programName = program;
+    std::string fileName = file;
+    char *const arguments[] = {programName.data(), fileName.data(), nullptr};
+    const SpawnActions spawn(writeEnd.get());
+    pid_t probe = -1;
+    const int error =
+        ::posix_spawn(&probe, program.c_str(), &spawn.actions, &spawn.attributes, arguments, ::environ);
+    if (error != 0)
+        return Verdict{KELA_ERROR_RESOURCE, std::generic_category().message(error)};
+    writeEnd = UniqueFd();
+
+    Report report;
+    const End end = listen(readEnd.get(), cancel, report);
+    const std::string status = endProbe(probe, end);
+    if (end == End::Cancelled)
+        return std::nullopt;
+    return judge(report, end, status);
+}
+
+} // namespace kela::gentl
