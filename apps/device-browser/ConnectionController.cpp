@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ConnectionController.h"
+
+#include "ConnectionManager.h"
+#include "DeviceState.h"
+#include "EnumerationMonitor.h"
+#include "InterfaceManager.h"
+#include "PassScheduler.h"
+#include "TreeHost.h"
+#include "TreeRows.h"
+
+namespace browser
+{
+
+ConnectionController::ConnectionController(const Parts &parts, QObject *parent)
+    : QObject(parent)
+    , m_parts(parts)
+{
+    connect(parts.host, &TreeHost::replaced, this, &ConnectionController::listenTo);
+    connect(parts.host, &TreeHost::aboutToReplace, this, [this] {
+        const QList<long> open = m_parts.interfaces->openIds();
+        for (const long id : open)
+            closeInterface(id);
+    });
+    listenToConnections();
+    listenToInterfaces();
+}
+
+void ConnectionController::toggleDevice(long id)
+{
+    const SessionState state = m_parts.connections->session(id).state;
+    if (state != SessionState::None) {
+        m_parts.connections->close(id);
+        return;
+    }
+    const auto device = rows::deviceOf(*m_parts.host->tree(), id);
+    if (!device)
+        return;
+    switch (conditionOf(device->deviceState)) {
+    case Condition::Unusable:
+        Q_EMIT unreachableChosen(id);
+        break;
+    case Condition::InUse:
+        break;
+    default:
+        m_parts.connections->open(*device);
+    }
+}
+
+void ConnectionController::toggleInterface(long id)
+{
+    if (m_parts.interfaces->isOpen(id)) {
+        closeInterface(id);
+        return;
+    }
+    QTreeWidgetItem *row = m_parts.host->tree()->findItem(KelDeviceTree::ItemGenTLInterface, id);
+    if (const auto record = rows::recordOf<KELA_GENTL_IF_INFO>(row))
+        m_parts.interfaces->open(*record);
+}
+
+void ConnectionController::refresh(uint transports)
+{
+    m_parts.scheduler->requestNow(transports);
+}
+
+void ConnectionController::releaseAll()
+{
+    m_isReleasingAll = true;
+    const QVector<long> held = m_parts.connections->ids();
+    for (const long id : held)
+        m_parts.connections->close(id);
+    if (held.isEmpty())
+        Q_EMIT allReleased();
+}
+
+void ConnectionController::setFrozen(bool isFrozen)
+{
+    m_isFrozen = isFrozen;
+    m_parts.host->tree()->setEnableEnumDevices(!isFrozen);
+    if (isFrozen)
+        return;
+    // The tree ignored what was reported gone while it stood still, and is not told again.
+    removeGoneRows();
+    m_parts.scheduler->requestNow(m_parts.scheduler->transports());
+}
+
+void ConnectionController::listenTo(KelDeviceTree *tree)
+{
+    if (m_isFrozen)
+        tree->setEnableEnumDevices(false);
+    connect(tree, &KelDeviceTree::sigRightBtnClicked, this, [this](long id, bool isInterface) {
+        if (isInterface)
+            toggleInterface(id);
+        else
+            toggleDevice(id);
+    });
+    connect(tree, &KelDeviceTree::sigNewDeviceItem, this, &ConnectionController::noteRow);
+    connect(tree, &KelDeviceTree::sigUpdateDeviceItem, this, &ConnectionController::noteRow);
+    connect(tree, &KelDeviceTree::sigDeleteGenTLInterfaceItem, this,
+            [this](QTreeWidgetItem *row) { m_parts.interfaces->close(rows::idOf(row)); });
+    connect(tree, &KelDeviceTree::sigBeforeDeleteCti, this, &ConnectionController::closeInterfacesOf);
+}
+
+void ConnectionController::listenToConnections()
+{
+    ConnectionManager *connections = m_parts.connections;
+    connect(connections, &ConnectionManager::opened, this, [this](long id) {
+        if (const KELA_STRUCT_DEVICE_INFO *device = m_parts.connections->device(id))
+            rows::showOwnState(*m_parts.host->tree(), id, connectedState(*device));
+    });
+    connect(connections, &ConnectionManager::lost, this,
+            [this](long id) { rows::showLost(*m_parts.host->tree(), id); });
+    connect(connections, &ConnectionManager::closed, this, &ConnectionController::showReleased);
+    connect(connections, &ConnectionManager::changed, this, [this] {
+        if (m_isReleasingAll && m_parts.connections->ids().isEmpty())
+            Q_EMIT allReleased();
+    });
+}
+
+void ConnectionController::listenToInterfaces()
+{
+    connect(m_parts.interfaces, &InterfaceManager::opened, this, [this](long id, void *handle) {
+        KelDeviceTree *tree = m_parts.host->tree();
+        tree->setGenTLInterfaceHandle(static_cast<int>(id), handle);
+        tree->setCameraItemIcon(tree->findItem(KelDeviceTree::ItemGenTLInterface, id),
+                                KELA_DEV_STATE_GENTL_INTERFACE_OPEN);
+        m_parts.scheduler->requestNow(KELA_INTERFACE_TYPE_GENTL);
+    });
+    connect(m_parts.interfaces, &InterfaceManager::closed, this,
+            [this](long id) { m_parts.host->tree()->setGenTLInterfaceHandle(static_cast<int>(id), nullptr); });
+}
+
+void ConnectionController::noteRow(QTreeWidgetItem *row)
+{
+    const auto device = rows::deviceOf(row);
+    if (!device)
+        return;
+    const long id = device->deviceId;
+    const SessionState state = m_parts.connections->session(id).state;
+    // A new tree, or a row that comes back, knows nothing of what is held already.
+    if ((state == SessionState::Open || state == SessionState::Lost) && !isOwnState(device->deviceState)) {
+        KelDeviceTree &tree = *m_parts.host->tree();
+        rows::showOwnState(tree, id, connectedState(*device));
+        if (state == SessionState::Lost)
+            rows::showLost(tree, id);
+        return;
+    }
+    rows::nameForScreenReaders(*m_parts.host->tree(), row);
+}
+
+void ConnectionController::closeInterface(long id)
+{
+    forgetDevicesOf(id);
+    m_parts.interfaces->close(id);
+    KelDeviceTree *tree = m_parts.host->tree();
+    tree->setCameraItemIcon(tree->findItem(KelDeviceTree::ItemGenTLInterface, id),
+                            KELA_DEV_STATE_GENTL_INTERFACE_FREE);
+}
+
+void ConnectionController::closeInterfacesOf(const QString &producer)
+{
+    QList<QTreeWidgetItem *> items;
+    m_parts.host->tree()->GetInterfaceItemList(producer, items);
+    QList<long> ids;
+    for (const QTreeWidgetItem *item : items) {
+        if (rows::typeOf(item) == KelDeviceTree::ItemGenTLInterface)
+            ids.append(rows::idOf(item));
+    }
+    for (const long id : ids) {
+        if (m_parts.interfaces->isOpen(id))
+            closeInterface(id);
+    }
+}
+
+void ConnectionController::forgetDevicesOf(long interfaceId)
+{
+    KelDeviceTree *tree = m_parts.host->tree();
+    const QVector<KELA_STRUCT_DEVICE_INFO> devices =
+        rows::devicesBelow(tree->findItem(KelDeviceTree::ItemGenTLInterface, interfaceId));
+    for (const KELA_STRUCT_DEVICE_INFO &device : devices) {
+        m_parts.connections->close(device.deviceId);
+        tree->deleteCameraItem(tree->findCameraItem(device.deviceId));
+        // The devices of a closed interface are not looked for any more, so nobody would report them
+        // gone, nor new when the interface is opened again.
+        tree->SetOffCameraID(device.deviceId);
+    }
+}
+
+void ConnectionController::showReleased(long id)
+{
+    KelDeviceTree &tree = *m_parts.host->tree();
+    if (const auto device = rows::deviceOf(tree, id))
+        rows::showOwnState(tree, id, freeState(device->deviceInfo));
+    removeGoneRows();
+    m_parts.scheduler->requestNow(m_parts.scheduler->transports());
+}
+
+void ConnectionController::removeGoneRows()
+{
+    KelDeviceTree *tree = m_parts.host->tree();
+    const QList<long> goneDevices = m_parts.monitor->goneDevices();
+    for (const long id : goneDevices) {
+        const auto device = rows::deviceOf(*tree, id);
+        if (device && !isOwnState(device->deviceState))
+            tree->deleteCameraItem(tree->findCameraItem(id));
+    }
+    const QVector<KELA_NETWORK> goneCards = m_parts.monitor->goneCards();
+    for (const KELA_NETWORK &card : goneCards) {
+        if (rows::cardRow(*tree, card))
+            tree->onDeleteNetWork(QVariant::fromValue(card));
+    }
+}
+
+} // namespace browser

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "EnumerationMonitor.h"
+
+#include <DeviceEnumMng/KelDeviceTree.h>
+
+namespace browser
+{
+
+EnumerationMonitor::EnumerationMonitor(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void EnumerationMonitor::listenTo(KelDeviceTree *tree)
+{
+    m_goneDevices.clear();
+    m_goneCards.clear();
+    m_begun.clear();
+    m_lastPassMs.clear();
+    connect(tree, &KelDeviceTree::sigEventSink, this, &EnumerationMonitor::noteEvent);
+}
+
+QVector<KELA_NETWORK> EnumerationMonitor::goneCards() const
+{
+    QVector<KELA_NETWORK> cards;
+    for (const KELA_NETWORK &card : m_goneCards)
+        cards.append(card);
+    return cards;
+}
+
+void EnumerationMonitor::noteEvent(const QVariant &container, const QVariant &device, int kind, int errorCode,
+                                   int transport)
+{
+    const uint type = static_cast<uint>(transport);
+    switch (kind) {
+    case KELA_INTERFACE_STATE_INTERFACE_NEW:
+    case KELA_INTERFACE_STATE_INTERFACE_UPDATED:
+        noteContainer(container, false);
+        break;
+    case KELA_INTERFACE_STATE_INTERFACE_REMOVED:
+        noteContainer(container, true);
+        break;
+    case KELA_INTERFACE_STATE_DEVICE_NEW:
+    case KELA_INTERFACE_STATE_DEVICE_UPDATED:
+        m_goneDevices.remove(device.value<KELA_STRUCT_DEVICE_INFO>().deviceId);
+        break;
+    case KELA_INTERFACE_STATE_DEVICE_REMOVED:
+        m_goneDevices.insert(device.value<KELA_STRUCT_DEVICE_INFO>().deviceId);
+        break;
+    case KELA_INTERFACE_STATE_PASS_BEGIN:
+        m_begun[type].start();
+        Q_EMIT passBegan(transport);
+        break;
+    case KELA_INTERFACE_STATE_PASS_END:
+        m_lastPassMs[type] = m_begun.contains(type) ? static_cast<int>(m_begun[type].elapsed()) : -1;
+        Q_EMIT passEnded(transport, m_lastPassMs[type], errorCode);
+        break;
+    default:
+        break;
+    }
+}
+
+void EnumerationMonitor::noteContainer(const QVariant &container, bool isGone)
+{
+    const KELA_INTERFACE_INFO info = container.value<KELA_INTERFACE_INFO>();
+    if (info.interfaceType != KELA_INTERFACE_TYPE_GIGE)
+        return;
+    const std::string_view key = fixedText(info.special.network.hardwareAddress);
+    const QByteArray name(key.data(), static_cast<int>(key.size()));
+    if (isGone)
+        m_goneCards.insert(name, info.special.network);
+    else
+        m_goneCards.remove(name);
+}
+
+} // namespace browser

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KelAIndustryControl/KelARecords.h>
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QMap>
+#include <QObject>
+#include <QSet>
+#include <QVector>
+
+class KelDeviceTree;
+
+namespace browser
+{
+
+/// Listens to a tree's enumeration events for what the rows do not show: how long passes take, how they
+/// end, and which devices and cards have gone although their row stays because a device is held.
+///
+/// Thread: GUI.
+class EnumerationMonitor : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit EnumerationMonitor(QObject *parent = nullptr);
+
+    /// Listens to this tree from now on and forgets what was heard of another.
+    void listenTo(KelDeviceTree *tree);
+
+    /// True for a device that was reported gone and not seen again.
+    bool isGone(long id) const { return m_goneDevices.contains(id); }
+    QList<long> goneDevices() const { return m_goneDevices.values(); }
+    /// The cards that were reported gone and not seen again.
+    QVector<KELA_NETWORK> goneCards() const;
+    /// How long the last pass of a transport took, in ms; -1 before the first one has ended.
+    int lastPassMs(uint transport) const { return m_lastPassMs.value(transport, -1); }
+
+Q_SIGNALS:
+    void passBegan(int transport);
+    void passEnded(int transport, int milliseconds, int errorCode);
+
+private:
+    void noteEvent(const QVariant &container, const QVariant &device, int kind, int errorCode, int transport);
+    void noteContainer(const QVariant &container, bool isGone);
+
+    QSet<long> m_goneDevices;
+    QHash<QByteArray, KELA_NETWORK> m_goneCards;
+    QMap<uint, QElapsedTimer> m_begun;
+    QMap<uint, int> m_lastPassMs;
+};
+
+} // namespace browser
