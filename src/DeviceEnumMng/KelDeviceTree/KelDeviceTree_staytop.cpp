@@ -142,8 +142,10 @@ int KelDeviceTreePrivate::getStayTopIndex(const KELA_STRUCT_DEVICE_INFO &info, Q
             present.insert(serial);
         }
     }
-    return static_cast<int>(std::count_if(
-        later.cbegin(), later.cend(), [&present](const QString &serial) { return present.contains(serial); }));
+    const auto above = std::count_if(later.cbegin(), later.cend(),
+                                     [&present](const QString &serial) { return present.contains(serial); });
+    // A number that is listed twice counts twice, but there is no row behind the last one.
+    return std::min(static_cast<int>(above), container->childCount());
 }
 
 void KelDeviceTreePrivate::updateStatTopList(const QStringList &serials)

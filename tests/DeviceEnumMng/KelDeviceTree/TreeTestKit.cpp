@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "TreeTestKit.h"
+
+#include <CustomCtr/CustomPushButton.h>
+#include <DeviceEnumMng/KelDeviceTree/KelDeviceTree_p.h>
+
+#include <QCursor>
+#include <QEvent>
+#include <QTest>
+#include <QTreeWidgetItem>
+
+KELA_STRUCT_DEVICE_INFO deviceRecord(int id, const KELA_DEVICE_INFO_EX &device, KELA_DEV_STATE state)
+{
+    KELA_STRUCT_DEVICE_INFO record = {};
+    record.deviceId = id;
+    record.deviceState = static_cast<int32_t>(state);
+    record.deviceInfo = device;
+    return record;
+}
+
+KELA_STRUCT_DEVICE_INFO gigeRecord(int id, const std::string &serial, KELA_DEV_STATE state,
+                                   const std::string &cardKey)
+{
+    KELA_STRUCT_DEVICE_INFO record = deviceRecord(id, gigeCamera(serial), state);
+    setField(record.network.hardwareAddress, cardKey);
+    return record;
+}
+
+KELA_NETWORK cardRecord(uint32_t id, const std::string &key)
+{
+    KELA_NETWORK record = {};
+    record.id = id;
+    setField(record.name, key + "[192.168.10.1]");
+    setField(record.hardwareAddress, key);
+    return record;
+}
+
+KELA_GENTL_IF_INFO interfaceRecord(uint32_t id, const std::string &identifier)
+{
+    KELA_GENTL_IF_INFO record = genTLInterface(identifier);
+    record.id = id;
+    return record;
+}
+
+QTreeWidgetItem *addCard(KelDeviceTree &tree, uint32_t id, const std::string &key)
+{
+    tree.onNewNetWork(QVariant::fromValue(cardRecord(id, key)));
+    return tree.findItem(KelDeviceTree::ItemNetWork, static_cast<long>(id));
+}
+
+QTreeWidgetItem *addDevice(KelDeviceTree &tree, const KELA_STRUCT_DEVICE_INFO &record)
+{
+    tree.onNewDevice(QVariant::fromValue(record));
+    return tree.findCameraItem(record.deviceId);
+}
+
+QTreeWidgetItem *addGenTLInterface(KelDeviceTree &tree, uint32_t id, const std::string &identifier)
+{
+    tree.onNewGenTLInterface(QVariant::fromValue(interfaceRecord(id, identifier)));
+    return tree.findItem(KelDeviceTree::ItemGenTLInterface, static_cast<long>(id));
+}
+
+QTreeWidgetItem *addCameras(KelDeviceTree &tree, const QStringList &serials)
+{
+    QTreeWidgetItem *card = addCard(tree, 500, "card-a");
+    for (int index = 0; index < serials.size(); ++index) {
+        addDevice(tree, gigeRecord(index + 1, serials.at(index).toStdString()));
+    }
+    return card;
+}
+
+KelDeviceTreePrivate &privateOf(KelDeviceTree &tree)
+{
+    return *KelDeviceTreePrivate::of(&tree);
+}
+
+CustomPushButton *buttonOf(const QTreeWidgetItem *item)
+{
+    const quint64 value = item->data(0, KelDeviceTree::ItemRightBtnRole).toULongLong();
+    return reinterpret_cast<CustomPushButton *>(static_cast<quintptr>(value));
+}
+
+QStringList rowsBelow(KelDeviceTree &tree, const QTreeWidgetItem *parent)
+{
+    QStringList rows;
+    for (int row = 0; row < parent->childCount(); ++row) {
+        QTreeWidgetItem *item = parent->child(row);
+        rows.append(tree.isCameraItem(item) ? tree.getCameraSerial(item) : item->text(0));
+    }
+    return rows;
+}
+
+void showTree(KelDeviceTree &tree)
+{
+    tree.setGeometry(100, 100, 320, 400);
+    QCursor::setPos(0, 0);
+    tree.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&tree));
+    QCoreApplication::processEvents();
+}
+
+void hover(KelDeviceTree &tree, const QPoint &place)
+{
+    QCursor::setPos(tree.viewport()->mapToGlobal(place));
+    QTest::mouseMove(tree.viewport(), place);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+}
+
+void hoverRow(KelDeviceTree &tree, const QTreeWidgetItem *item)
+{
+    hover(tree, tree.visualItemRect(item).center());
+}
+
+PaintCounter::PaintCounter(QWidget *widget)
+{
+    widget->installEventFilter(this);
+}
+
+bool PaintCounter::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Paint) {
+        ++m_count;
+    }
+    return QObject::eventFilter(watched, event);
+}
