@@ -41,9 +41,9 @@ QString RecordedEvent::text() const
     return "unknown kind";
 }
 
-EventRecorder::EventRecorder(CDevicesEnum &enumerator, std::function<void(const RecordedEvent &)> hook)
-    : m_hook(std::move(hook))
+void EventRecorder::listenTo(CDevicesEnum &enumerator, std::function<void(const RecordedEvent &)> hook)
 {
+    m_hook = std::move(hook);
     enumerator.RegisterEventSink(callback, this);
 }
 

@@ -30,11 +30,14 @@ struct RecordedEvent {
 class EventRecorder
 {
 public:
-    /// @param hook  called with every event on the thread that reports it, after it was kept
-    explicit EventRecorder(CDevicesEnum &enumerator, std::function<void(const RecordedEvent &)> hook = {});
+    EventRecorder() = default;
 
     EventRecorder(const EventRecorder &) = delete;
     EventRecorder &operator=(const EventRecorder &) = delete;
+
+    /// Becomes the receiver of an enumerator, which must be destroyed before the recorder.
+    /// @param hook  called with every event on the thread that reports it, after it was kept
+    void listenTo(CDevicesEnum &enumerator, std::function<void(const RecordedEvent &)> hook = {});
 
     /// The events since the last take, in words, without the network cards of the host.
     QStringList take();

@@ -55,8 +55,9 @@ void tst_CDevicesEnum_pass::init()
 
 void tst_CDevicesEnum_pass::newKnownAndVanishedDevicesAreReported()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     scriptedAccess().plug(gigeCamera("A1", 11));
     scriptedAccess().plug(gigeCamera("A2", 12));
@@ -70,8 +71,9 @@ void tst_CDevicesEnum_pass::newKnownAndVanishedDevicesAreReported()
 
 void tst_CDevicesEnum_pass::vanishedDeviceIsReportedOnceAndReturnsAsNewWithItsEarlierId()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     scriptedAccess().plug(gigeCamera("A1"));
     enumerator.EnumDevices();
@@ -90,8 +92,9 @@ void tst_CDevicesEnum_pass::vanishedDeviceIsReportedOnceAndReturnsAsNewWithItsEa
 
 void tst_CDevicesEnum_pass::deviceSeenTwiceInOneEnumerationIsReportedOnce()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     scriptedAccess().plug(gigeCamera("A1", 11));
     scriptedAccess().plug(gigeCamera("A1", 12));
@@ -105,8 +108,9 @@ void tst_CDevicesEnum_pass::deviceSeenTwiceInOneEnumerationIsReportedOnce()
 
 void tst_CDevicesEnum_pass::deviceSeenThroughTwoCardsIsReportedTwiceUnderOneId()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     KELA_DEVICE_INFO_EX device = gigeCamera("A1");
     scriptedAccess().plug(device);
@@ -125,8 +129,9 @@ void tst_CDevicesEnum_pass::deviceSeenThroughTwoCardsIsReportedTwiceUnderOneId()
 
 void tst_CDevicesEnum_pass::failedPassRemovesNothing()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     scriptedAccess().plug(gigeCamera("A1"));
     enumerator.EnumDevices();
@@ -148,8 +153,9 @@ void tst_CDevicesEnum_pass::passWithoutDeviceAccessGivesTheMissingObjectCode()
 
 void tst_CDevicesEnum_pass::unreportedPassRemovesEveryKnownDevice()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator, [&enumerator](const RecordedEvent &event) {
+    recorder.listenTo(enumerator, [&enumerator](const RecordedEvent &event) {
         if (event.kind == KELA_INTERFACE_STATE_PASS_END) {
             enumerator.FinishOneEnum();
         }
@@ -167,8 +173,9 @@ void tst_CDevicesEnum_pass::unreportedPassRemovesEveryKnownDevice()
 
 void tst_CDevicesEnum_pass::unreportedPassKeepsRemoteDevices()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator, [&enumerator](const RecordedEvent &event) {
+    recorder.listenTo(enumerator, [&enumerator](const RecordedEvent &event) {
         if (event.kind == KELA_INTERFACE_STATE_PASS_END) {
             enumerator.FinishOneEnum();
         }
@@ -188,8 +195,9 @@ void tst_CDevicesEnum_pass::unreportedPassKeepsRemoteDevices()
 
 void tst_CDevicesEnum_pass::eventsFollowTheOrderOfTheList()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     for (const char *serial : {"U3", "U1", "U2"}) {
         scriptedAccess().plug(usbCamera(serial));
@@ -200,8 +208,9 @@ void tst_CDevicesEnum_pass::eventsFollowTheOrderOfTheList()
 
 void tst_CDevicesEnum_pass::deviceEventsCarryNoInterface()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     scriptedAccess().plug(usbCamera("U1"));
 
@@ -215,8 +224,9 @@ void tst_CDevicesEnum_pass::deviceEventsCarryNoInterface()
 
 void tst_CDevicesEnum_pass::recordIsZeroBesidesWhatThePassKnows()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_CAMERALINK, false);
     const KELA_DEVICE_INFO_EX device = cameraLinkCamera("C1", "port");
     scriptedAccess().plug(device);
@@ -234,8 +244,9 @@ void tst_CDevicesEnum_pass::recordIsZeroBesidesWhatThePassKnows()
 
 void tst_CDevicesEnum_pass::reservedBytesOfADeviceTravelUnchanged()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     KELA_DEVICE_INFO_EX device = usbCamera("U1");
     std::memset(device.reserved592, 0xA5, sizeof(device.reserved592));
@@ -250,8 +261,9 @@ void tst_CDevicesEnum_pass::reservedBytesOfADeviceTravelUnchanged()
 
 void tst_CDevicesEnum_pass::deviceWithoutCardHasOnlyTheCardValueInItsNetworkBlock()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     scriptedAccess().plug(gigeCamera("A1"));
 
@@ -265,8 +277,9 @@ void tst_CDevicesEnum_pass::deviceWithoutCardHasOnlyTheCardValueInItsNetworkBloc
 
 void tst_CDevicesEnum_pass::deviceThatNamesNoTransportBecomesGigEWithoutNetworkBlock()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, true);
     KELA_DEVICE_INFO_EX device = gigeCamera("N1");
     device.transport = KELA_INTERFACE_TYPE_NONE;
@@ -283,8 +296,9 @@ void tst_CDevicesEnum_pass::deviceThatNamesNoTransportBecomesGigEWithoutNetworkB
 
 void tst_CDevicesEnum_pass::deviceThatNamesNoTransportStaysSoWithoutTheFlag()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     KELA_DEVICE_INFO_EX device = gigeCamera("N2");
     device.transport = KELA_INTERFACE_TYPE_NONE;
@@ -299,8 +313,9 @@ void tst_CDevicesEnum_pass::deviceThatNamesNoTransportStaysSoWithoutTheFlag()
 
 void tst_CDevicesEnum_pass::gigeTwinOfADeviceThatBecameGigEIsDropped()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, true);
     KELA_DEVICE_INFO_EX device = gigeCamera("N3");
     device.transport = KELA_INTERFACE_TYPE_NONE;
@@ -312,8 +327,9 @@ void tst_CDevicesEnum_pass::gigeTwinOfADeviceThatBecameGigEIsDropped()
 
 void tst_CDevicesEnum_pass::twoEqualDevicesThatNameNoTransportAreBothReported()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, true);
     KELA_DEVICE_INFO_EX device = gigeCamera("N4");
     device.transport = KELA_INTERFACE_TYPE_NONE;
@@ -326,8 +342,9 @@ void tst_CDevicesEnum_pass::twoEqualDevicesThatNameNoTransportAreBothReported()
 
 void tst_CDevicesEnum_pass::usbDeviceHasAnEmptyControllerBlockWithoutControllers()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     enumerator.EnumUSBControllers();
     scriptedAccess().plug(usbCamera("U1"));
@@ -341,8 +358,9 @@ void tst_CDevicesEnum_pass::usbDeviceHasAnEmptyControllerBlockWithoutControllers
 
 void tst_CDevicesEnum_pass::transportsAndFlagReachTheDeviceAccess()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_CAMERALINK, true);
 
     enumerator.EnumDevices();
@@ -354,8 +372,9 @@ void tst_CDevicesEnum_pass::transportsAndFlagReachTheDeviceAccess()
 
 void tst_CDevicesEnum_pass::gigeVariantEnumeratorRemovesGigEDevicesOnly()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(
         static_cast<KELA_INTERFACE_TYPE>(KELA_INTERFACE_TYPE_GIGE_VARIANT | KELA_INTERFACE_TYPE_GIGE), false);
     KELA_DEVICE_INFO_EX variant = gigeCamera("V1");
@@ -374,8 +393,9 @@ void tst_CDevicesEnum_pass::gigeVariantEnumeratorRemovesGigEDevicesOnly()
 
 void tst_CDevicesEnum_pass::enumeratorOfOneTransportLeavesOthersAlone()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     scriptedAccess().plug(usbCamera("U1"));
     enumerator.EnumDevices();
@@ -389,8 +409,9 @@ void tst_CDevicesEnum_pass::enumeratorOfOneTransportLeavesOthersAlone()
 
 void tst_CDevicesEnum_pass::countAbove256ReadsTheListOnly()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     for (int index = 0; index < 300; ++index) {
         scriptedAccess().plug(usbCamera("many " + std::to_string(index)));
@@ -402,8 +423,9 @@ void tst_CDevicesEnum_pass::countAbove256ReadsTheListOnly()
 
 void tst_CDevicesEnum_pass::deviceSetOffIsReportedAsNewAgain()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     scriptedAccess().plug(usbCamera("U1"));
     enumerator.EnumDevices();
@@ -416,8 +438,9 @@ void tst_CDevicesEnum_pass::deviceSetOffIsReportedAsNewAgain()
 
 void tst_CDevicesEnum_pass::deviceSetOffBeforeItVanishesIsNotReportedRemoved()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     scriptedAccess().plug(usbCamera("U1"));
     enumerator.EnumDevices();
@@ -430,8 +453,9 @@ void tst_CDevicesEnum_pass::deviceSetOffBeforeItVanishesIsNotReportedRemoved()
 
 void tst_CDevicesEnum_pass::filteredDeviceIsNotReportedAndVanishes()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
     scriptedAccess().plug(usbCamera("U1"));
     enumerator.EnumDevices();
@@ -447,8 +471,9 @@ void tst_CDevicesEnum_pass::filteredDeviceIsNotReportedAndVanishes()
 
 void tst_CDevicesEnum_pass::fullTextFieldsAreReadWithoutOverrun()
 {
+    EventRecorder recorder;
     CDevicesEnum enumerator;
-    EventRecorder recorder(enumerator);
+    recorder.listenTo(enumerator);
     enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
     KELA_DEVICE_INFO_EX device = {};
     std::memset(static_cast<void *>(&device), 'F', sizeof(device));

@@ -191,11 +191,11 @@ void Script::stall(Operation operation, const std::string &subject)
     m_stalls.insert({operation, subject});
 }
 
-bool Script::waitUntilStalled(int milliseconds)
+bool Script::waitUntilStalled(int calls, int milliseconds)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     return m_changed.wait_for(lock, std::chrono::milliseconds(milliseconds),
-                              [this] { return m_stalledCalls > 0; });
+                              [this, calls] { return m_stalledCalls >= calls; });
 }
 
 void Script::release()

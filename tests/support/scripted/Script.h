@@ -44,7 +44,7 @@ public:
     void failNext(uint32_t code, Operation operation, int times) override;
     void fail(uint32_t code, Operation operation, const std::string &subject) override;
     void stall(Operation operation, const std::string &subject) override;
-    bool waitUntilStalled(int milliseconds) override;
+    bool waitUntilStalled(int calls, int milliseconds) override;
     void release() override;
     std::vector<ScriptedCall> calls() const override;
     std::vector<ScriptedCall> calls(Operation operation) const override;

@@ -88,9 +88,9 @@ public:
     /// The next calls of an operation hang until release(), or until their object is cancelled: then they
     /// give KELA_ERROR_CANCELLED.
     virtual void stall(Operation operation, const std::string &subject = std::string()) = 0;
-    /// Waits until a call hangs.
-    /// @return false when none did in time
-    virtual bool waitUntilStalled(int milliseconds = 10000) = 0;
+    /// Waits until this many calls hang at the same time.
+    /// @return false when they did not in time
+    virtual bool waitUntilStalled(int calls = 1, int milliseconds = 10000) = 0;
     /// Lets all hanging calls go on and ends stall().
     virtual void release() = 0;
 

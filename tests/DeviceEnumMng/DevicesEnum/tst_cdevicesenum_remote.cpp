@@ -1,0 +1,396 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
+#include <KelAIndustryControl/KelAErrors.h>
+
+#include <ScriptedAccess.h>
+#include <ScriptedRecords.h>
+
+#include "EventRecorder.h"
+
+#include <QtTest>
+
+#include <thread>
+
+namespace
+{
+
+KELA_STRUCT_DEVICE_INFO request(uint32_t lastOctet)
+{
+    KELA_STRUCT_DEVICE_INFO record = {};
+    record.deviceInfo.transport = KELA_INTERFACE_TYPE_GIGE;
+    record.deviceInfo.special.gige.currentIp = ipv4(192, 168, 10, lastOctet);
+    return record;
+}
+
+KELA_STRUCT_DEVICE_INFO addRemote(CDevicesEnum &enumerator, const std::string &serial, uint32_t lastOctet)
+{
+    scriptedAccess().plugBehindRouter(gigeCamera(serial, lastOctet));
+    KELA_STRUCT_DEVICE_INFO record = request(lastOctet);
+    enumerator.AddRemoteDevice(&record);
+    return record;
+}
+
+} // namespace
+
+class tst_CDevicesEnum_remote : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void addedDeviceIsReportedBeforeTheCallReturns();
+    void callersRecordHoldsTheDevice();
+    void deviceThatDoesNotAnswerGivesMinusOne();
+    void deviceThatCannotBeChosenIsNotAsked();
+    void addressOfAKnownDeviceGivesItsIdAndNothingElse();
+    void addressOfAVanishedDeviceIsAskedAgain();
+    void nullRecordIsRefused();
+    void everyPassAsksAndReportsTheDevice();
+    void refreshedDescriptionIsKept();
+    void deviceThatStopsAnsweringIsReportedRemovedOnce();
+    void deviceBehindAVanishedOneIsPassedOver();
+    void deviceFoundByThePassIsAskedToo();
+    void removedDeviceIsReportedBeforeTheCallReturnsAndAskedNoMore();
+    void removalReportsTheCallersRecord();
+    void deviceRemovedWhileItIsAskedGetsNoUpdate();
+    void deviceRemovedWhileItFailsToAnswerIsNotReportedTwice();
+    void neighbourOfADeviceRemovedByItsOwnerIsStillAsked();
+    void deviceAddedWhileAPassRunsIsKept();
+    void deviceSetOffIsAskedNoMore();
+};
+
+void tst_CDevicesEnum_remote::init()
+{
+    scriptedAccess().reset();
+}
+
+void tst_CDevicesEnum_remote::addedDeviceIsReportedBeforeTheCallReturns()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    scriptedAccess().plugBehindRouter(gigeCamera("R1", 91));
+    KELA_STRUCT_DEVICE_INFO record = request(91);
+
+    const long id = enumerator.AddRemoteDevice(&record);
+
+    const QVector<RecordedEvent> events = recorder.takeEvents();
+    QCOMPARE(events.size(), 1);
+    QCOMPARE(events.first().text(), QString("new R1"));
+    QCOMPARE(long(events.first().device.deviceId), id);
+    QVERIFY(events.first().thread == std::this_thread::get_id());
+}
+
+void tst_CDevicesEnum_remote::callersRecordHoldsTheDevice()
+{
+    CDevicesEnum enumerator;
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_DEVICE_INFO_EX device = gigeCamera("R1", 91);
+    device.special.gige.hostIp = ipv4(10, 0, 0, 1);
+    scriptedAccess().plugBehindRouter(device);
+    KELA_STRUCT_DEVICE_INFO record = request(91);
+
+    const long id = enumerator.AddRemoteDevice(&record);
+
+    QCOMPARE(long(record.deviceId), id);
+    // On another subnet than its card, and yet not unreachable.
+    QCOMPARE(record.deviceState, int32_t(KELA_DEV_STATE_GIGE_FREE));
+    QCOMPARE(record.remote, uint8_t(1));
+    QCOMPARE(record.network.cardValue, 1000U);
+    QCOMPARE(record.network.found, uint8_t(0));
+    QCOMPARE(std::memcmp(&record.deviceInfo, &device, sizeof(device)), 0);
+}
+
+void tst_CDevicesEnum_remote::deviceThatDoesNotAnswerGivesMinusOne()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = request(92);
+
+    QCOMPARE(enumerator.AddRemoteDevice(&record), -1L);
+
+    QCOMPARE(recorder.take(), QStringList());
+    QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(1));
+    QCOMPARE(scriptedAccess().objectCount(), 1);
+}
+
+void tst_CDevicesEnum_remote::deviceThatCannotBeChosenIsNotAsked()
+{
+    CDevicesEnum enumerator;
+    scriptedAccess().fail(KELA_ERROR_PARAMETER, Operation::Init, "");
+    KELA_STRUCT_DEVICE_INFO record = request(92);
+
+    QVERIFY(!enumerator.GetRemoteDevice(record));
+
+    QCOMPARE(scriptedAccess().calls(Operation::Init).front().flag, false);
+    QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(0));
+}
+
+void tst_CDevicesEnum_remote::addressOfAKnownDeviceGivesItsIdAndNothingElse()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    scriptedAccess().plug(gigeCamera("A1", 93));
+    enumerator.EnumDevices();
+    const long id = recorder.takeEvents().first().device.deviceId;
+    scriptedAccess().forgetCalls();
+    KELA_STRUCT_DEVICE_INFO record = request(93);
+
+    QCOMPARE(enumerator.AddRemoteDevice(&record), id);
+
+    QCOMPARE(recorder.take(), QStringList());
+    QCOMPARE(scriptedAccess().calls().size(), std::size_t(0));
+    QCOMPARE(record.remote, uint8_t(0));
+}
+
+void tst_CDevicesEnum_remote::addressOfAVanishedDeviceIsAskedAgain()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    scriptedAccess().plug(gigeCamera("A1", 93));
+    enumerator.EnumDevices();
+    const long id = recorder.takeEvents().first().device.deviceId;
+    scriptedAccess().unplug("A1");
+    enumerator.EnumDevices();
+    recorder.takeEvents();
+
+    scriptedAccess().plugBehindRouter(gigeCamera("A1", 93));
+    KELA_STRUCT_DEVICE_INFO record = request(93);
+
+    QCOMPARE(enumerator.AddRemoteDevice(&record), id);
+    QCOMPARE(recorder.take(), QStringList("new A1"));
+}
+
+void tst_CDevicesEnum_remote::nullRecordIsRefused()
+{
+    CDevicesEnum enumerator;
+
+    QCOMPARE(enumerator.AddRemoteDevice(nullptr), -1L);
+    QCOMPARE(enumerator.RemoveRemoteDevice(nullptr), 0);
+}
+
+void tst_CDevicesEnum_remote::everyPassAsksAndReportsTheDevice()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    addRemote(enumerator, "R1", 91);
+    scriptedAccess().forgetCalls();
+
+    QCOMPARE(passOf(enumerator, recorder), QStringList("updated R1"));
+    QCOMPARE(passOf(enumerator, recorder), QStringList("updated R1"));
+
+    QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(2));
+}
+
+void tst_CDevicesEnum_remote::refreshedDescriptionIsKept()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    const KELA_STRUCT_DEVICE_INFO added = addRemote(enumerator, "R1", 91);
+    KELA_DEVICE_INFO_EX renamed = gigeCamera("R1", 91);
+    setField(renamed.special.gige.userDefinedName, "renamed");
+    scriptedAccess().unplug("R1");
+    scriptedAccess().plugBehindRouter(renamed);
+    scriptedAccess().hold("R1");
+    recorder.takeEvents();
+
+    enumerator.EnumDevices();
+
+    const KELA_STRUCT_DEVICE_INFO updated = recorder.takeEvents().first().device;
+    QCOMPARE(updated.deviceId, added.deviceId);
+    QCOMPARE(updated.remote, uint8_t(1));
+    QCOMPARE(updated.deviceState, int32_t(KELA_DEV_STATE_GIGE_IN_USE));
+    QCOMPARE(QByteArray(updated.deviceInfo.special.gige.userDefinedName), QByteArray("renamed"));
+
+    scriptedAccess().unplug("R1");
+    enumerator.EnumDevices();
+    const KELA_STRUCT_DEVICE_INFO removed = recorder.takeEvents().first().device;
+    QCOMPARE(QByteArray(removed.deviceInfo.special.gige.userDefinedName), QByteArray("renamed"));
+}
+
+void tst_CDevicesEnum_remote::deviceThatStopsAnsweringIsReportedRemovedOnce()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    addRemote(enumerator, "R1", 91);
+    scriptedAccess().unplug("R1");
+
+    QCOMPARE(passOf(enumerator, recorder), QStringList("removed R1"));
+    QCOMPARE(passOf(enumerator, recorder), QStringList());
+
+    // It is no remote device any more: it comes back only when it is added again.
+    scriptedAccess().plugBehindRouter(gigeCamera("R1", 91));
+    QCOMPARE(passOf(enumerator, recorder), QStringList());
+}
+
+void tst_CDevicesEnum_remote::deviceBehindAVanishedOneIsPassedOver()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    addRemote(enumerator, "R1", 91);
+    addRemote(enumerator, "R2", 92);
+    addRemote(enumerator, "R3", 93);
+    scriptedAccess().unplug("R1");
+    scriptedAccess().forgetCalls();
+
+    // R2 is not looked at, so it was not seen, so it counts as vanished too.
+    QCOMPARE(passOf(enumerator, recorder), QStringList({"removed R1", "updated R3", "removed R2"}));
+    QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(2));
+    QCOMPARE(passOf(enumerator, recorder), QStringList("updated R3"));
+}
+
+void tst_CDevicesEnum_remote::deviceFoundByThePassIsAskedToo()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    addRemote(enumerator, "R1", 91);
+    scriptedAccess().plug(gigeCamera("R1", 91));
+
+    QCOMPARE(passOf(enumerator, recorder), QStringList({"updated R1", "updated R1"}));
+}
+
+void tst_CDevicesEnum_remote::removedDeviceIsReportedBeforeTheCallReturnsAndAskedNoMore()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
+    recorder.takeEvents();
+
+    QCOMPARE(enumerator.RemoveRemoteDevice(&record), 0);
+
+    const QVector<RecordedEvent> events = recorder.takeEvents();
+    QCOMPARE(events.size(), 1);
+    QCOMPARE(events.first().text(), QString("removed R1"));
+    QVERIFY(events.first().thread == std::this_thread::get_id());
+    scriptedAccess().forgetCalls();
+    QCOMPARE(passOf(enumerator, recorder), QStringList());
+    QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(0));
+}
+
+void tst_CDevicesEnum_remote::removalReportsTheCallersRecord()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
+    recorder.takeEvents();
+    std::memset(record.reserved1832, 0xA5, sizeof(record.reserved1832));
+
+    enumerator.RemoveRemoteDevice(&record);
+
+    const KELA_STRUCT_DEVICE_INFO reported = recorder.takeEvents().first().device;
+    QCOMPARE(std::memcmp(&reported, &record, sizeof(record)), 0);
+}
+
+void tst_CDevicesEnum_remote::deviceRemovedWhileItIsAskedGetsNoUpdate()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
+    recorder.takeEvents();
+
+    scriptedAccess().stall(Operation::GetDeviceInfo);
+    enumerator.UpdateOnce(true, true);
+    QVERIFY(scriptedAccess().waitUntilStalled());
+    enumerator.RemoveRemoteDevice(&record);
+    scriptedAccess().release();
+    QVERIFY(recorder.waitForEnds(1));
+
+    QCOMPARE(recorder.take(), QStringList({"begin", "removed R1", "end 0"}));
+}
+
+void tst_CDevicesEnum_remote::deviceRemovedWhileItFailsToAnswerIsNotReportedTwice()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
+    recorder.takeEvents();
+
+    scriptedAccess().stall(Operation::GetDeviceInfo);
+    enumerator.UpdateOnce(true, true);
+    QVERIFY(scriptedAccess().waitUntilStalled());
+    enumerator.RemoveRemoteDevice(&record);
+    scriptedAccess().unplug("R1");
+    scriptedAccess().release();
+    QVERIFY(recorder.waitForEnds(1));
+
+    QCOMPARE(recorder.take(), QStringList({"begin", "removed R1", "end 0"}));
+}
+
+void tst_CDevicesEnum_remote::neighbourOfADeviceRemovedByItsOwnerIsStillAsked()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
+    addRemote(enumerator, "R2", 92);
+    recorder.takeEvents();
+
+    scriptedAccess().stall(Operation::GetDeviceInfo, "R1");
+    enumerator.UpdateOnce(true, true);
+    QVERIFY(scriptedAccess().waitUntilStalled());
+    enumerator.RemoveRemoteDevice(&record);
+    scriptedAccess().release();
+    QVERIFY(recorder.waitForEnds(1));
+
+    QCOMPARE(recorder.take(), QStringList({"begin", "removed R1", "updated R2", "end 0"}));
+}
+
+void tst_CDevicesEnum_remote::deviceAddedWhileAPassRunsIsKept()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    scriptedAccess().stall(Operation::EnumDevices);
+    enumerator.UpdateOnce(true, true);
+    QVERIFY(scriptedAccess().waitUntilStalled());
+
+    addRemote(enumerator, "R1", 91);
+    scriptedAccess().release();
+    QVERIFY(recorder.waitForEnds(1));
+
+    QCOMPARE(recorder.take(), QStringList({"begin", "new R1", "updated R1", "end 0"}));
+}
+
+void tst_CDevicesEnum_remote::deviceSetOffIsAskedNoMore()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    enumerator.SetOffCameraID(addRemote(enumerator, "R1", 91).deviceId);
+    scriptedAccess().forgetCalls();
+
+    QCOMPARE(passOf(enumerator, recorder), QStringList());
+    QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(0));
+}
+
+QTEST_GUILESS_MAIN(tst_CDevicesEnum_remote)
+#include "tst_cdevicesenum_remote.moc"
