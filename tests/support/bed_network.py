@@ -301,30 +301,32 @@ class Watch:
 class Responder:
     """A camera of the test's own making: a function gets each datagram and gives the answers."""
 
-    def __init__(self, bed, namespace, answer, address="0.0.0.0", port=3956):
+    def __init__(self, bed, namespace, answer, answers_from_other_port=False):
         with namespace.entered():
-            self.socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
-            self.socket.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
-            self.socket.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
-            self.socket.bind((address, port))
+            self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+            self._other = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        self._socket.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
+        self._socket.bind(("0.0.0.0", 3956))
+        self._from = self._other if answers_from_other_port else self._socket
         self._stop = threading.Event()
         self._thread = threading.Thread(target=self._run, args=(answer,), daemon=True)
         self._thread.start()
-        bed.on_exit(self.close)
+        bed.on_exit(self._close)
 
     def _run(self, answer):
         while not self._stop.is_set():
-            if not select.select([self.socket], [], [], 0.05)[0]:
+            if not select.select([self._socket], [], [], 0.05)[0]:
                 continue
-            datagram, sender = self.socket.recvfrom(2048)
+            datagram, sender = self._socket.recvfrom(2048)
             for bytes_ in answer(datagram):
                 with contextlib.suppress(OSError):
-                    self.socket.sendto(bytes_, sender)
+                    self._from.sendto(bytes_, sender)
 
-    def close(self):
+    def _close(self):
         self._stop.set()
         self._thread.join()
-        self.socket.close()
+        self._socket.close()
+        self._other.close()
 
 
 def discovery_image(address, serial="R1", mac=b"\x02\x77\x00\x00\x00\x01", mask="255.255.255.0", model="Responder"):
