@@ -25,13 +25,23 @@ QTextCodec *codecOf(int encoding)
     return codec ? codec : QTextCodec::codecForName("UTF-8");
 }
 
+// A codec silently drops a character that the field's end cuts in two: it waits for the rest. A line break
+// behind it, which is no part of any character in these encodings, brings the replacement character out.
+QString decodeClosed(const QTextCodec &codec, const char *text, int length)
+{
+    QString decoded = codec.toUnicode(QByteArray(text, length) + '\n');
+    decoded.chop(1);
+    return decoded;
+}
+
 QString decode(const char *text, int length, int encoding)
 {
     if (!text || length <= 0) {
         return QString();
     }
-    const std::size_t used = ::strnlen(text, static_cast<std::size_t>(length));
-    return codecOf(encoding)->toUnicode(text, static_cast<int>(used));
+    const auto used = static_cast<int>(::strnlen(text, static_cast<std::size_t>(length)));
+    return encoding == KelInterface::EncodingUtf8 ? QString::fromUtf8(text, used)
+                                                  : decodeClosed(*codecOf(encoding), text, used);
 }
 
 QString decode(const unsigned char *text, int length, int encoding)
