@@ -112,14 +112,15 @@ void hoverRow(KelDeviceTree &tree, const QTreeWidgetItem *item)
     hover(tree, tree.visualItemRect(item).center());
 }
 
-PaintCounter::PaintCounter(QWidget *widget)
+EventCounter::EventCounter(QWidget *widget, QEvent::Type type)
+    : m_type(type)
 {
     widget->installEventFilter(this);
 }
 
-bool PaintCounter::eventFilter(QObject *watched, QEvent *event)
+bool EventCounter::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Paint) {
+    if (event->type() == m_type) {
         ++m_count;
     }
     return QObject::eventFilter(watched, event);

@@ -6,6 +6,7 @@
 
 #include <ScriptedRecords.h>
 
+#include <QEvent>
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -48,13 +49,13 @@ void hover(KelDeviceTree &tree, const QPoint &place);
 /// Moves the pointer into the middle of a row.
 void hoverRow(KelDeviceTree &tree, const QTreeWidgetItem *item);
 
-/// Counts the paint events of a widget.
-class PaintCounter : public QObject
+/// Counts the events of one kind that a widget receives.
+class EventCounter : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit PaintCounter(QWidget *widget);
+    EventCounter(QWidget *widget, QEvent::Type type);
     int count() const { return m_count; }
     void reset() { m_count = 0; }
 
@@ -62,5 +63,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    QEvent::Type m_type;
     int m_count = 0;
 };
