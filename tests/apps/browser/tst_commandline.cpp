@@ -33,8 +33,9 @@ void TestCommandLine::nothingGivenIsRight()
 
 void TestCommandLine::everyOptionIsRead()
 {
-    const CommandLine line = parseCommandLine({"--screenshot", "a.png", "--after", "1500", "--transports", "gige,GenTL",
-                                               "--theme", "light", "--language", "de", "--select", "A1"});
+    const CommandLine line =
+        parseCommandLine({"--screenshot", "a.png", "--after", "1500", "--transports", "gige,GenTL", "--theme",
+                          "light", "--language", "de", "--select", "A1"});
 
     QVERIFY2(line.error.isEmpty(), qPrintable(line.error));
     QCOMPARE(line.screenshot, QStringLiteral("a.png"));
@@ -82,7 +83,8 @@ void TestCommandLine::wrongArgumentsGiveOneLine()
 void TestCommandLine::helpTellsOfEveryOption()
 {
     QVERIFY(parseCommandLine({"--help"}).isHelpWanted);
-    for (const char *option : {"--screenshot", "--after", "--transports", "--theme", "--language", "--select", "--help"})
+    for (const char *option :
+         {"--screenshot", "--after", "--transports", "--theme", "--language", "--select", "--help"})
         QVERIFY2(usage().contains(QLatin1String(option)), option);
 }
 

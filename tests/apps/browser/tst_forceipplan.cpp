@@ -8,7 +8,7 @@ using namespace browser;
 namespace
 {
 
-constexpr uint32_t kCard = 0xC0A83201;    // 192.168.50.1
+constexpr uint32_t kCard = 0xC0A83201; // 192.168.50.1
 constexpr uint32_t kMask = 0xFFFFFF00;
 constexpr uint32_t kForeign = 0xC0A83C15; // 192.168.60.21
 
@@ -99,7 +99,8 @@ void TestForceIpPlan::neighboursAreTheHostAndTheOtherCameras()
 void TestForceIpPlan::cardThatTheEnumerationMissedIsFoundByTheHostsAddress()
 {
     HostFacts host;
-    host.cards = {{QStringLiteral("eth0"), QString(), {{kCard, 0xFFFF0000}}, ReversePathFilter::Off, 1500, true}};
+    host.cards = {
+        {QStringLiteral("eth0"), QString(), {{kCard, 0xFFFF0000}}, ReversePathFilter::Off, 1500, true}};
     KELA_STRUCT_DEVICE_INFO device = camera(1, kForeign);
     device.network = {};
 

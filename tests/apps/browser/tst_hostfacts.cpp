@@ -30,7 +30,12 @@ private:
 
 HostCard card(ReversePathFilter filter)
 {
-    return {QStringLiteral("eth0"), QStringLiteral("00:11:22:33:44:55"), {{0xC0A83201, 0xFFFFFF00}}, filter, 1500, true};
+    return {QStringLiteral("eth0"),
+            QStringLiteral("00:11:22:33:44:55"),
+            {{0xC0A83201, 0xFFFFFF00}},
+            filter,
+            1500,
+            true};
 }
 
 HostRoute route(const char *name, uint32_t destination, uint32_t mask)
@@ -137,7 +142,8 @@ void TestHostFacts::routeTableThatIsGarbageGivesNoRoute()
 void TestHostFacts::longestMaskWins()
 {
     HostFacts facts;
-    facts.routes = {route("wide", 0, 0), route("narrow", 0xC0A83200, 0xFFFFFF00), route("middle", 0xC0A80000, 0xFFFF0000)};
+    facts.routes = {route("wide", 0, 0), route("narrow", 0xC0A83200, 0xFFFFFF00),
+                    route("middle", 0xC0A80000, 0xFFFF0000)};
 
     QCOMPARE(facts.routeTo(0xC0A83215)->card, QStringLiteral("narrow"));
     QCOMPARE(facts.routeTo(0xC0A80115)->card, QStringLiteral("middle"));
@@ -206,8 +212,8 @@ void TestHostFacts::addressesAreReadAndWritten()
 void TestHostFacts::textThatIsNoAddressIsRefused_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char *text : {"", "1.2.3", "1.2.3.4.5", "256.1.1.1", "a.b.c.d", "1.2.3.", "+1.2.3.4", "1.2.3.0004",
-                             "1 .2.3.4", "-1.2.3.4"})
+    for (const char *text : {"", "1.2.3", "1.2.3.4.5", "256.1.1.1", "a.b.c.d", "1.2.3.", "+1.2.3.4",
+                             "1.2.3.0004", "1 .2.3.4", "-1.2.3.4"})
         QTest::newRow(*text ? text : "empty") << QString::fromLatin1(text);
 }
 
