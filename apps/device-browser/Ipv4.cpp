@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace browser::ipv4
 {
 
@@ -26,7 +28,9 @@ std::optional<uint32_t> parse(const QString &text)
     for (const QString &octet : octets) {
         bool isNumber = false;
         const uint value = octet.toUInt(&isNumber);
-        if (!isNumber || value > 255 || octet.size() > 3 || !octet.at(0).isDigit())
+        // A number may stand among blanks and signs for Qt; an address has digits only.
+        const bool isDigits = std::all_of(octet.cbegin(), octet.cend(), [](QChar c) { return c.isDigit(); });
+        if (!isNumber || !isDigits || value > 255 || octet.size() > 3)
             return std::nullopt;
         address = (address << 8) | value;
     }
