@@ -32,17 +32,20 @@ DiscoveryPass::DiscoveryPass(const Tools &tools)
 unsigned int DiscoveryPass::run()
 {
     receive(); // what came after the window of the pass before
-    for (TimePoint now = Clock::now(); !isOver(now); now = Clock::now()) {
+    for (;;) {
         if (m_tools.cancel.isSet())
             return KELA_ERROR_CANCELLED;
+        const TimePoint now = Clock::now();
         ask(now);
         m_probes.drive(now);
+        if (isOver(now))
+            break;
         m_tools.sockets.wait(nextEvent(), m_tools.cancel);
         receive();
     }
     m_probes.giveUp();
     takeProbes();
-    return m_tools.cancel.isSet() ? KELA_ERROR_CANCELLED : KELA_OK;
+    return KELA_OK;
 }
 
 bool DiscoveryPass::isOver(TimePoint now)

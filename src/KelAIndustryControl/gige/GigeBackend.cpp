@@ -40,9 +40,11 @@ public:
 
     unsigned int multicastStatus(const KELA_DEVICE_INFO_EX &info, bool &isOn) override
     {
-        AccessValue value = m_book.fresh(info, Clock::now()).value_or(AccessValue{});
-        const bool isSilent = value.kind == AccessValue::Kind::NoAnswer;
-        if (isSilent)
+        const auto fresh = m_book.fresh(info, Clock::now());
+        AccessValue value = fresh.value_or(AccessValue{});
+        if (fresh && value.kind == AccessValue::Kind::NotRead)
+            return KELA_ERROR_UNREACHABLE;
+        if (value.kind == AccessValue::Kind::NoAnswer)
             return KELA_ERROR_TIMEOUT;
         if (!value.isStreamPortRead && value.kind != AccessValue::Kind::Denied)
             if (const unsigned int error = askAccess(m_cancel, info, true, value); error != KELA_OK)
