@@ -80,6 +80,7 @@ void KelDeviceTreePrivate::setVisibleItemTypes(const QList<int> &types)
         m_visibleTypes = types;
     }
     updateAllItemVisible(q->invisibleRootItem());
+    rightButtons().hideStray();
 }
 
 void KelDeviceTreePrivate::updateAllItemVisible(QTreeWidgetItem *item)
