@@ -23,9 +23,13 @@ kel_qt_settings(TreeFixture)
 kel_compile_settings(TreeFixture)
 
 foreach(subject
+    keldevicetree_cameras
+    keldevicetree_containers
     keldevicetree_frame
     keldevicetreeindex
 )
     kel_add_qt_test(tst_${subject} SOURCES tst_${subject}.cpp
                     LIBRARIES TreeFixture DeviceTreeInside LABELS widget)
 endforeach()
+kel_add_qt_test(tst_keldevicelabels SOURCES tst_keldevicelabels.cpp
+                LIBRARIES TreeFixture DeviceTreeInside LABELS unit)

@@ -4,6 +4,7 @@
 #include <ScriptedRecords.h>
 
 #include <QAbstractItemModel>
+#include <QMutex>
 
 namespace
 {
@@ -121,6 +122,20 @@ KELA_INTERFACE_INFO containerEvent(const KELA_GENTL_IF_INFO &interface)
 ModelChanges::ModelChanges(const KelDeviceTree &tree)
 {
     connect(tree.model(), &QAbstractItemModel::dataChanged, this, [this] { ++count; });
+}
+
+TreeKiller::TreeKiller(KelDeviceTree *tree, const QByteArray &signal)
+    : m_tree(tree)
+{
+    const QByteArray signature = signal.contains('(') ? signal : signal + "(QTreeWidgetItem*)";
+    const bool isConnected = connect(tree, QByteArray("2" + signature).constData(), this, SLOT(kill()));
+    Q_ASSERT(isConnected);
+    Q_UNUSED(isConnected);
+}
+
+void TreeKiller::kill()
+{
+    delete m_tree.data();
 }
 
 InfoLog::InfoLog()

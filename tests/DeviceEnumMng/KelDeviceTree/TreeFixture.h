@@ -6,13 +6,15 @@
 #include <DeviceEnumMng/KelDeviceTree.h>
 #include <KelAIndustryControl/KelARecords.h>
 
-#include <QMutex>
 #include <QSignalSpy>
 #include <QStringList>
 #include <QTreeWidgetItem>
 
 #include <string>
-#include <utility>
+
+Q_DECLARE_METATYPE(QTreeWidgetItem *)
+/// Lets a spy keep the items of the tree's signals.
+inline const int kItemMetaType = qRegisterMetaType<QTreeWidgetItem *>("QTreeWidgetItem*");
 
 /// Records as an enumerator reports them.
 namespace TreeRecords
@@ -64,6 +66,22 @@ class ModelChanges : public QObject
 public:
     explicit ModelChanges(const KelDeviceTree &tree);
     int count = 0;
+};
+
+/// Destroys a tree in the middle of one of its signals.
+class TreeKiller : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param signal  name of a signal with an item, or a whole signature
+    TreeKiller(KelDeviceTree *tree, const QByteArray &signal);
+
+public Q_SLOTS:
+    void kill();
+
+private:
+    QPointer<KelDeviceTree> m_tree;
 };
 
 /// Keeps what the process logs at information level.
