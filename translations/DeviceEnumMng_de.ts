@@ -28,6 +28,18 @@
         <source>Enumeration failed.</source>
         <translation>Suche fehlgeschlagen.</translation>
     </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>Trennen</translation>
+    </message>
 </context>
 <context>
     <name>KelGenTLMenu</name>

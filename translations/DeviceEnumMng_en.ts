@@ -28,6 +28,18 @@
         <source>Enumeration failed.</source>
         <translation>Enumeration failed.</translation>
     </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Refresh</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Connect</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>Disconnect</translation>
+    </message>
 </context>
 <context>
     <name>KelGenTLMenu</name>

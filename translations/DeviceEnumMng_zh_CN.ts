@@ -28,6 +28,18 @@
         <source>Enumeration failed.</source>
         <translation>枚举失败。</translation>
     </message>
+    <message>
+        <source>Refresh</source>
+        <translation>刷新</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>连接</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>断开</translation>
+    </message>
 </context>
 <context>
     <name>KelGenTLMenu</name>
