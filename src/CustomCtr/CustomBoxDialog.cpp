@@ -114,25 +114,27 @@ CustomBoxDialog::CustomBoxDialog(QWidget *parent, const Content &content)
     outer->addWidget(m_buttons);
 }
 
+// No standard buttons: Qt gives those its own words again on a change of the language, and these are
+// translated only where Qt's translations are installed.
 void CustomBoxDialog::createButtons(int wanted)
 {
-    m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+    m_buttons = new QDialogButtonBox(this);
+    m_ok = m_buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
     if (wanted & CustomMessageBox::ButtonCancel) {
-        m_buttons->addButton(QDialogButtonBox::Cancel);
+        m_cancel = m_buttons->addButton(QString(), QDialogButtonBox::RejectRole);
     }
-    m_buttons->button(QDialogButtonBox::Ok)->setDefault(true);
-    m_buttons->button(QDialogButtonBox::Ok)->setFocus();
+    m_ok->setDefault(true);
+    m_ok->setFocus();
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     updateTexts();
 }
 
-// Our own words: Qt's are translated only where its translations are installed.
 void CustomBoxDialog::updateTexts()
 {
-    m_buttons->button(QDialogButtonBox::Ok)->setText(QCoreApplication::translate("CustomMessageBox", "OK"));
-    if (QPushButton *cancel = m_buttons->button(QDialogButtonBox::Cancel)) {
-        cancel->setText(QCoreApplication::translate("CustomMessageBox", "Cancel"));
+    m_ok->setText(QCoreApplication::translate("CustomMessageBox", "OK"));
+    if (m_cancel) {
+        m_cancel->setText(QCoreApplication::translate("CustomMessageBox", "Cancel"));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QDialog>
 
 class QDialogButtonBox;
+class QPushButton;
 
 /// The window of a message box. Destroys itself when it is closed.
 class CustomBoxDialog : public QDialog
@@ -35,4 +36,6 @@ private:
     void updateTexts();
 
     QDialogButtonBox *m_buttons = nullptr;
+    QPushButton *m_ok = nullptr;
+    QPushButton *m_cancel = nullptr; ///< null where nothing can be cancelled
 };
