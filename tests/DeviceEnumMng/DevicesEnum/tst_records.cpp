@@ -6,7 +6,6 @@
 #include <ScriptedRecords.h>
 
 #include <QByteArray>
-#include <QtEndian>
 #include <QtTest>
 
 namespace
@@ -22,7 +21,9 @@ public:
 
     GoldenBytes &number(int offset, quint32 value)
     {
-        qToLittleEndian(value, m_bytes.data() + offset);
+        for (int index = 0; index < 4; ++index) {
+            byte(offset + index, static_cast<quint8>(value >> (8 * index)));
+        }
         return *this;
     }
 
