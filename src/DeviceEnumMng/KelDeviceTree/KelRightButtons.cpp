@@ -3,6 +3,7 @@
 
 #include <CustomCtr/CustomPushButton.h>
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QScrollBar>
 #include <QTreeWidget>
@@ -117,12 +118,23 @@ bool KelRightButtons::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_tree->viewport()) {
         filterViewport(event);
-    } else if (event->type() == QEvent::ShowToParent) {
-        m_shown.insert(static_cast<CustomPushButton *>(watched));
-    } else if (event->type() == QEvent::HideToParent) {
-        m_shown.remove(static_cast<CustomPushButton *>(watched));
+        return false;
     }
-    return QObject::eventFilter(watched, event);
+    auto *button = static_cast<CustomPushButton *>(watched);
+    switch (event->type()) {
+    case QEvent::ShowToParent:
+        m_shown.insert(button);
+        break;
+    case QEvent::HideToParent:
+        m_shown.remove(button);
+        break;
+    case QEvent::Wheel:
+        // The tree passes on what its viewport gets, and no more.
+        return QCoreApplication::sendEvent(m_tree->viewport(), event);
+    default:
+        break;
+    }
+    return false;
 }
 
 void KelRightButtons::filterViewport(const QEvent *event)
