@@ -145,8 +145,12 @@ CDevicesEnum *KelDeviceTreePrivate::getThread(KELA_INTERFACE_TYPE type)
 }
 
 // All end at the same time, instead of each after the one before. The user data goes last: workers read it.
+// A search that nobody will see the end of must not stay on the screen.
 void KelDeviceTreePrivate::stopEnumerators()
 {
+    if (m_isLoading) {
+        hideLoading();
+    }
     for (CDevicesEnum *enumerator : std::as_const(m_enumerators)) {
         enumerator->Stop();
     }
@@ -159,6 +163,7 @@ void KelDeviceTreePrivate::stopEnumerators()
 void KelDeviceTreePrivate::refreshThread(unsigned int types, bool bParam1, bool bParam2, bool bShowLoading)
 {
     const int wanted = static_cast<int>(types);
+    m_isLoading = m_isLoading || bShowLoading;
     for (const auto type :
          {KELA_INTERFACE_TYPE_GIGE, KELA_INTERFACE_TYPE_USB, KELA_INTERFACE_TYPE_CAMERALINK}) {
         if (KelInterface::testFlag(static_cast<int>(type), wanted)) {
@@ -173,6 +178,12 @@ void KelDeviceTreePrivate::refreshThread(unsigned int types, bool bParam1, bool 
         }
         enumerator->UpdateOnce(bParam1, bParam2);
     }
+}
+
+void KelDeviceTreePrivate::hideLoading()
+{
+    m_isLoading = false;
+    CustomLoadingDialog::hideLoading(kLoadingId);
 }
 
 bool KelDeviceTreePrivate::hasEnumOnce(unsigned int types)
@@ -274,7 +285,7 @@ void KelDeviceTreePrivate::onEndThread(int nDeviceType, int nErrorCode)
         m_finishedTypes.append(type);
     }
     if (showsFailures(nDeviceType)) {
-        CustomLoadingDialog::hideLoading(kLoadingId);
+        hideLoading();
         if (nErrorCode != 0) {
             const QString text = KelInterface::GenerateErrorDesc(nErrorCode) + QStringLiteral("\r\n") +
                                  KelInterface::IntCode2DisplayCode(nErrorCode);

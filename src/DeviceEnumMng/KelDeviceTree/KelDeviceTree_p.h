@@ -81,6 +81,7 @@ public:
     void stopEnumerators();
     CDevicesEnum *getThread(KELA_INTERFACE_TYPE type);
     void refreshThread(unsigned int types, bool bParam1, bool bParam2, bool bShowLoading);
+    void hideLoading();
     bool hasEnumOnce(unsigned int types);
     int addRemoteDevice(KELA_STRUCT_DEVICE_INFO &info);
     int removeRemoteDevice(KELA_STRUCT_DEVICE_INFO &info);
@@ -217,6 +218,7 @@ public:
         bool runs = false;                       ///< a change is being applied
         bool again = false;                      ///< another one came meanwhile
     } m_ctiChange;                               ///< producers
+    bool m_isLoading = false;                    ///< bridge: a search is shown on this tree's behalf
     QList<EnumEventUserData *> m_userData;       ///< bridge: one per enumerator; owned
     std::unique_ptr<KelRightButtons> m_buttons;  ///< actions: which of m_rightBtns live and are shown
     std::unique_ptr<KelDeviceTreeIndex> m_index; ///< frame: look-ups

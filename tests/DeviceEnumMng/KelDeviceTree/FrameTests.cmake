@@ -23,6 +23,7 @@ kel_qt_settings(TreeFixture)
 kel_compile_settings(TreeFixture)
 
 foreach(subject
+    keldevicetree_bridge
     keldevicetree_cameras
     keldevicetree_containers
     keldevicetree_frame
