@@ -207,10 +207,10 @@ class Simulator:
 class FakeCamera:
     """arv-fake-gv-camera: answers with hardware address 0 and mask 0 until it is given better ones."""
 
-    def __init__(self, bed, wire, address, serial):
+    def __init__(self, bed, wire, address, serial, length=24):
         self.bed, self.address, self.serial = bed, address, serial
         self.namespace = bed.namespace()
-        self.port = bed.plug_in(self.namespace, "eth0", wire, address + "/24")
+        self.port = bed.plug_in(self.namespace, "eth0", wire, "%s/%d" % (address, length))
         self.process = bed.start(self.namespace, ["arv-fake-gv-camera-0.8", "-i", address, "-s", serial],
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
