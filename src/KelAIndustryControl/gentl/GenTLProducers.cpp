@@ -13,6 +13,8 @@ namespace kela::gentl
 namespace
 {
 
+constexpr Milliseconds kClosingTime{250};
+
 void closeAll(const std::vector<InterfaceHandles::Entry> &entries)
 {
     for (const InterfaceHandles::Entry &entry : entries)
@@ -24,6 +26,15 @@ void closeAll(const std::vector<InterfaceHandles::Entry> &entries)
 GenTLProducers::~GenTLProducers()
 {
     closeAll(InterfaceHandles::removeAll(this, nullptr));
+    std::set<std::uint32_t> tokens = m_givenUp;
+    for (const auto &[path, use] : m_uses)
+        tokens.insert(use->producer().token());
+    m_uses.clear();
+    // The object often goes just before its process: a producer that closes as it should gets the moment
+    // that it needs for that, or the end of the process would meet it half closed.
+    const TimePoint deadline = Clock::now() + kClosingTime;
+    for (const std::uint32_t token : tokens)
+        ProducerTable::find(token)->waitClosed(deadline);
 }
 
 unsigned int GenTLProducers::interfaces(const char *producerPath, std::vector<KELA_GENTL_IF_INFO> &found)

@@ -15,8 +15,8 @@ namespace kela::gentl
 {
 
 /// The producers that one object uses. What it used ends with it; nothing here waits for a producer but
-/// the listing and opening operations, and these not longer than Producer::kLimit (and the trial of a file
-/// that is met for the first time).
+/// the listing and opening operations, these not longer than Producer::kLimit (and the trial of a file
+/// that is met for the first time), and the destructor, a quarter of a second at most.
 /// Thread: any.
 class GenTLProducers : public GenTLBackend
 {

@@ -129,50 +129,74 @@ End listen(int pipe, const CancelSignal &cancel, Report &report)
             return End::PipeClosed;
         text.append(bytes, static_cast<std::size_t>(length));
         takeLines(text, report);
-        if (report.done)
+        if (report.done) // what the producer started may keep the pipe open
             return End::PipeClosed;
     }
     return End::TimeOver;
 }
 
-/// Ends the probe and what it started; tells how it ended by itself, where that is known.
-std::string endProbe(pid_t probe, End end)
+/// How the probe ended.
+struct Exit {
+    bool isKilled = false; // by us: it did not end by itself
+    bool isGood = true;    // as far as is known
+    std::string text;      // what it ended with, empty when that is not known
+};
+
+Exit exitOf(int status)
 {
-    constexpr Milliseconds kPatience{1000};
-    constexpr Milliseconds kLookInterval{5};
-    const TimePoint deadline = Clock::now() + kPatience;
-    // One that closed the pipe is about to end; what it ends with is worth a moment.
-    const TimePoint killAt = end == End::PipeClosed ? Clock::now() + kPatience / 4 : Clock::now();
-    int status = 0;
-    for (bool isKilled = false; Clock::now() < deadline; std::this_thread::sleep_for(kLookInterval)) {
-        if (!isKilled && Clock::now() >= killAt)
-            isKilled = ::kill(-probe, SIGKILL) == 0 || errno == ESRCH;
-        const pid_t ended = ::waitpid(probe, &status, WNOHANG);
-        if (ended == 0 || (ended < 0 && errno == EINTR))
-            continue;
-        ::kill(-probe, SIGKILL);
-        if (ended < 0 || isKilled)
-            return {};
-        return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
-                                   : "status " + std::to_string(WEXITSTATUS(status));
-    }
-    return {};
+    if (WIFSIGNALED(status))
+        return {false, false, " with signal " + std::to_string(WTERMSIG(status))};
+    return {false, WEXITSTATUS(status) == 0, " with status " + std::to_string(WEXITSTATUS(status))};
 }
 
-Verdict judge(const Report &report, End end, const std::string &status)
+/// Waits for the end of the probe for a while, then ends it and what it started.
+Exit endProbe(pid_t probe, Milliseconds patience)
+{
+    constexpr Milliseconds kKillTime{500}; // one that the system holds fast is left to it
+    constexpr Milliseconds kLookInterval{5};
+    const TimePoint killAt = Clock::now() + patience;
+    Exit result;
+    for (; Clock::now() < killAt + kKillTime; std::this_thread::sleep_for(kLookInterval)) {
+        if (!result.isKilled && Clock::now() >= killAt) {
+            ::kill(-probe, SIGKILL);
+            result.isKilled = true;
+        }
+        int status = 0;
+        const pid_t ended = ::waitpid(probe, &status, WNOHANG);
+        if (ended == probe && !result.isKilled)
+            result = exitOf(status);
+        // An error: the host lets the system collect its children, and nothing is known.
+        if (ended == probe || (ended < 0 && errno != EINTR))
+            break;
+    }
+    ::kill(-probe, SIGKILL);
+    return result;
+}
+
+std::string inWords(const std::string &step)
+{
+    return step + " of its trial load";
+}
+
+Verdict judge(const Report &report, End end, const Exit &exit)
 {
     if (!report.fault.empty())
         return {KELA_ERROR_NOT_A_PRODUCER, report.fault};
-    if (end == End::TimeOver)
-        return {KELA_ERROR_PRODUCER_REFUSED, "it did not come back from " + report.step + " within " +
-                                                 std::to_string(kTrialLimit.count() / 1000) +
-                                                 " s of its trial load"};
-    if (!report.done)
-        return {KELA_ERROR_PRODUCER_REFUSED, "its trial load ended in " + report.step +
-                                                 (status.empty() ? std::string() : " with " + status)};
+    if (end == End::TimeOver || (report.done && exit.isKilled))
+        return {KELA_ERROR_PRODUCER_REFUSED, "it did not come back from " + inWords(report.step)};
+    if (!report.done || !exit.isGood)
+        return {KELA_ERROR_PRODUCER_REFUSED, "the process ended in " + inWords(report.step) + exit.text};
     if (report.lied)
         return {KELA_ERROR_PRODUCER_REFUSED, "it claims to write more than it has room for"};
     return {};
+}
+
+/// How long a probe may take to end, once its pipe is no longer listened to.
+Milliseconds patienceFor(const Report &report, End end)
+{
+    if (end != End::PipeClosed)
+        return Milliseconds{0};
+    return report.done || !report.fault.empty() ? Milliseconds{2000} : Milliseconds{250};
 }
 
 } // namespace
@@ -218,10 +242,10 @@ std::optional<Verdict> runProbe(const std::string &file, const CancelSignal &can
 
     Report report;
     const End end = listen(readEnd.get(), cancel, report);
-    const std::string status = endProbe(probe, end);
+    const Exit exit = endProbe(probe, patienceFor(report, end));
     if (end == End::Cancelled)
         return std::nullopt;
-    return judge(report, end, status);
+    return judge(report, end, exit);
 }
 
 } // namespace kela::gentl

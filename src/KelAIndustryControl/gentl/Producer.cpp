@@ -201,7 +201,9 @@ unsigned int Producer::giveUp(const std::shared_ptr<Request> &request, bool isCa
         m_queue.erase(std::remove(m_queue.begin(), m_queue.end(), request), m_queue.end());
         if (isCancelled)
             return KELA_ERROR_CANCELLED;
-        isNew = m_current && !m_current->isAbandoned && Clock::now() - m_current->start >= kLimit;
+        // One that waits behind another's request has not met the producer yet.
+        const bool isLate = m_current && (m_current == request || Clock::now() - m_current->start >= kLimit);
+        isNew = isLate && !m_current->isAbandoned;
         if (isNew)
             m_current->isAbandoned = true;
     }
@@ -298,6 +300,8 @@ unsigned int Producer::openSession()
         return resultCode(result, {});
     }
     m_session = std::move(session);
+    if (const auto onFirstOpen = std::exchange(m_onFirstOpen, nullptr))
+        onFirstOpen();
     return KELA_OK;
 }
 

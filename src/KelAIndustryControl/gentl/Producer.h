@@ -29,11 +29,13 @@ public:
     /// Longest time that a caller waits for the producer.
     static constexpr Milliseconds kLimit{5000};
 
-    /// @param file   its real path
-    /// @param token  its number in the process
-    Producer(std::string file, std::uint32_t token)
+    /// @param file         its real path
+    /// @param token        its number in the process
+    /// @param onFirstOpen  called once, on the producer's thread, when it is open for the first time
+    Producer(std::string file, std::uint32_t token, void (*onFirstOpen)())
         : m_file(std::move(file))
         , m_token(token)
+        , m_onFirstOpen(onFirstOpen)
     {
     }
 
@@ -115,6 +117,7 @@ private:
     bool m_isLoaded = false;
 
     // Touched by the producer's thread alone.
+    void (*m_onFirstOpen)();
     std::unique_ptr<ProducerSession> m_session;
     std::optional<std::vector<InterfaceFacts>> m_lastInterfaces;
     std::map<std::string, std::vector<DeviceFacts>> m_lastDevices;

@@ -40,8 +40,8 @@ Handles &handles()
     return *table;
 }
 
-// A producer that is just being closed is not torn apart by the end of the process. One that does not
-// respond is not waited for.
+// A producer that is just being closed is not torn apart by the end of the process, as far as its statics
+// came before its opening. One that does not respond is not waited for.
 void waitForClosing()
 {
     constexpr Milliseconds kLongestWait{1000};
@@ -62,6 +62,11 @@ bool isSameFile(const Known &known, const ProducerFile &file)
         return true;
     // A second link to a file that is loaded is the same library to the loader.
     return known.file.device == file.device && known.file.inode == file.inode && known.producer->isUsed();
+}
+
+void watchExit()
+{
+    std::atexit(waitForClosing);
 }
 
 void *asHandle(std::uintptr_t number)
@@ -86,10 +91,8 @@ Producer &ProducerTable::producerOf(const ProducerFile &file)
             return *known.producer;
         }
     }
-    if (table.known.empty())
-        std::atexit(waitForClosing);
     const auto token = static_cast<std::uint32_t>(table.known.size() + 1);
-    table.known.push_back({file, std::make_unique<Producer>(file.path, token)});
+    table.known.push_back({file, std::make_unique<Producer>(file.path, token, watchExit)});
     return *table.known.back().producer;
 }
 

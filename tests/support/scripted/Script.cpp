@@ -249,8 +249,9 @@ void Script::objectMade()
     ++m_objects;
 }
 
-void Script::objectGone()
+void Script::objectGone(ScriptedObject &object)
 {
+    disconnect(object);
     const std::lock_guard<std::mutex> lock(m_mutex);
     --m_objects;
 }
@@ -371,6 +372,40 @@ void Script::cancel(ScriptedObject &object)
     const std::lock_guard<std::mutex> lock(m_mutex);
     object.isCancelled = true;
     m_changed.notify_all();
+}
+
+bool Script::isCancelled(const ScriptedObject &object) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return object.isCancelled;
+}
+
+uint32_t Script::connect(ScriptedObject &object, uint32_t mode)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (object.chosenSerial.empty() || object.isConnected) {
+        return KELA_ERROR_CALL_ORDER;
+    }
+    if (mode != KELA_ACCESS_MONITOR && !m_held.insert(object.chosenSerial).second) {
+        return KELA_ERROR_IN_USE;
+    }
+    object.isConnected = true;
+    object.isHolder = mode != KELA_ACCESS_MONITOR;
+    return KELA_OK;
+}
+
+uint32_t Script::disconnect(ScriptedObject &object)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!object.isConnected) {
+        return KELA_ERROR_CALL_ORDER;
+    }
+    if (object.isHolder) {
+        m_held.erase(object.chosenSerial);
+    }
+    object.isConnected = false;
+    object.isHolder = false;
+    return KELA_OK;
 }
 
 uint32_t Script::askDevice(KELA_DEVICE_INFO_EX &device) const

@@ -14,6 +14,7 @@
 struct ScriptedObject {
     bool isCancelled = false;
     bool isConnected = false;
+    bool isHolder = false; ///< of the chosen device
     std::string chosenSerial;
     std::set<std::string> unloadedProducers;
     std::vector<KELA_DEVICE_INFO_EX> devices;
@@ -54,7 +55,7 @@ public:
     int objectCount() const override;
 
     void objectMade();
-    void objectGone();
+    void objectGone(ScriptedObject &object);
 
     /// Records a call, lets it hang and fail as the script says.
     /// @return 0 when it is to be answered
@@ -68,6 +69,9 @@ public:
     uint32_t devicesOfHandle(ScriptedObject &object, void *handle, KELA_DEVICE_INFO_LIST &list);
     void unload(ScriptedObject &object, const std::string &path);
     void cancel(ScriptedObject &object);
+    bool isCancelled(const ScriptedObject &object) const;
+    uint32_t connect(ScriptedObject &object, uint32_t mode);
+    uint32_t disconnect(ScriptedObject &object);
     uint32_t askDevice(KELA_DEVICE_INFO_EX &device) const;
     uint32_t isAccessible(const KELA_DEVICE_INFO_EX &device, uint32_t mode, bool &accessible) const;
     bool isStreaming(const KELA_DEVICE_INFO_EX &device) const;

@@ -32,7 +32,7 @@ KelAIndustryControl::KelAIndustryControl()
 
 KelAIndustryControl::~KelAIndustryControl()
 {
-    Script::instance().objectGone();
+    Script::instance().objectGone(m_impl->object);
 }
 
 unsigned int KelAIndustryControl::EnumDevices(unsigned int nInterfaceType, KELA_DEVICE_INFO_LIST *pList,
@@ -41,6 +41,9 @@ unsigned int KelAIndustryControl::EnumDevices(unsigned int nInterfaceType, KELA_
     Script &script = Script::instance();
     const uint32_t fault =
         script.enter(m_impl->object, Operation::EnumDevices, std::string_view(), nInterfaceType, bLibraryFlag);
+    if (script.isCancelled(m_impl->object)) {
+        return KELA_ERROR_CANCELLED;
+    }
     return fault != KELA_OK ? fault : script.devicesOf(m_impl->object, nInterfaceType, *pList);
 }
 
@@ -118,8 +121,7 @@ unsigned int KelAIndustryControl::Connect(unsigned int nAccessMode)
     Script &script = Script::instance();
     const uint32_t fault =
         script.enter(m_impl->object, Operation::Connect, m_impl->object.chosenSerial, nAccessMode);
-    m_impl->object.isConnected = fault == KELA_OK;
-    return fault;
+    return fault != KELA_OK ? fault : script.connect(m_impl->object, nAccessMode);
 }
 
 unsigned int KelAIndustryControl::DisConnect(bool bReserved)
@@ -127,9 +129,8 @@ unsigned int KelAIndustryControl::DisConnect(bool bReserved)
     Script &script = Script::instance();
     const uint32_t fault =
         script.enter(m_impl->object, Operation::DisConnect, m_impl->object.chosenSerial, 0, bReserved);
-    const bool wasConnected = m_impl->object.isConnected;
-    m_impl->object.isConnected = false;
-    return fault != KELA_OK ? fault : wasConnected ? KELA_OK : KELA_ERROR_CALL_ORDER;
+    const uint32_t result = script.disconnect(m_impl->object);
+    return fault != KELA_OK ? fault : result;
 }
 
 unsigned int KelAIndustryControl::GetIntegerNodeValue(const char *strNode, KELCC_INTVALUE_EX_T *pValue,
