@@ -20,8 +20,7 @@ class ControlSession final : public DeviceSession
 public:
     /// @param cancel  ends the waits of the caller; outlives the session
     explicit ControlSession(const CancelSignal &cancel)
-        : m_cancel(cancel)
-        , m_client(cancel)
+        : m_client(cancel)
     {
     }
     ~ControlSession() override;
@@ -36,7 +35,6 @@ private:
     void keepAlive(Milliseconds period);
     void release();
 
-    const CancelSignal &m_cancel;
     CancelSignal m_stop; ///< ends the heartbeat
     RegisterClient m_client;
     std::string m_name;            ///< for log lines
