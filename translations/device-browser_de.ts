@@ -1159,6 +1159,10 @@
         <translation>Kein Übertragungsweg gewählt</translation>
     </message>
     <message>
+        <source>The tree is frozen</source>
+        <translation>Der Baum ist eingefroren</translation>
+    </message>
+    <message>
         <source>Waiting on %1 until you refresh: the last search failed</source>
         <translation>%1 wartet, bis Sie aktualisieren: Die letzte Suche schlug fehl</translation>
     </message>

@@ -1159,6 +1159,10 @@
         <translation>No transport is chosen</translation>
     </message>
     <message>
+        <source>The tree is frozen</source>
+        <translation>The tree is frozen</translation>
+    </message>
+    <message>
         <source>Waiting on %1 until you refresh: the last search failed</source>
         <translation>Waiting on %1 until you refresh: the last search failed</translation>
     </message>

@@ -1159,6 +1159,10 @@
         <translation>未选择传输方式</translation>
     </message>
     <message>
+        <source>The tree is frozen</source>
+        <translation>设备树已冻结</translation>
+    </message>
+    <message>
         <source>Waiting on %1 until you refresh: the last search failed</source>
         <translation>%1 等待手动刷新：上次搜索失败</translation>
     </message>

@@ -77,11 +77,11 @@ void ConnectionController::setFrozen(bool isFrozen)
 {
     m_isFrozen = isFrozen;
     m_parts.host->tree()->setEnableEnumDevices(!isFrozen);
-    if (isFrozen)
-        return;
-    // The tree ignored what was reported gone while it stood still, and is not told again.
-    removeGoneRows();
-    m_parts.scheduler->requestNow(m_parts.scheduler->transports());
+    // A pass that the tree refuses would never end.
+    m_parts.scheduler->setHeld(isFrozen);
+    // What the tree ignored while it stood still it is not told again.
+    if (!isFrozen)
+        removeGoneRows();
 }
 
 void ConnectionController::listenTo(KelDeviceTree *tree)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContainerExplanation.h"
 
-#include "DeviceState.h"
 #include "DeviceText.h"
 #include "GigEExplanation.h"
 #include "Ipv4.h"
@@ -86,49 +85,8 @@ bool isStrictSomewhere(const HostFacts &host)
 
 } // namespace
 
-void DeviceCount::add(int32_t deviceState)
-{
-    ++total;
-    switch (conditionOf(deviceState)) {
-    case Condition::Free:
-        ++free;
-        break;
-    case Condition::InUse:
-    case Condition::Multicast:
-        ++busy;
-        break;
-    case Condition::Connected:
-    case Condition::Grabbing:
-        ++own;
-        break;
-    case Condition::Unusable:
-        ++unusable;
-        break;
-    case Condition::Unknown:
-        break;
-    }
-}
-
-QString countText(const DeviceCount &count)
-{
-    if (count.total == 0)
-        return Container::tr("No cameras");
-    QStringList parts;
-    if (count.own > 0)
-        parts << Container::tr("%1 connected").arg(count.own);
-    if (count.free > 0)
-        parts << Container::tr("%1 free").arg(count.free);
-    if (count.busy > 0)
-        parts << Container::tr("%1 in use").arg(count.busy);
-    if (count.unusable > 0)
-        parts << Container::tr("%1 not usable").arg(count.unusable);
-    const QString total = Container::tr("Cameras: %1").arg(count.total);
-    if (parts.isEmpty())
-        return total;
-    return QStringLiteral("%1 (%2)").arg(total, parts.join(QStringLiteral(", ")));
-}
-
-Explanation explainCard(const KELA_NETWORK &card, const HostFacts &host, const DeviceCount &count)
+Explanation explainCard(const KELA_NETWORK &card, const HostFacts &host,
+                        const QVector<KELA_STRUCT_DEVICE_INFO> &devices)
 {
     const QString hardwareAddress =
         KelInterface::char2QStringLocale(card.hardwareAddress, sizeof(card.hardwareAddress));
@@ -137,7 +95,7 @@ Explanation explainCard(const KELA_NETWORK &card, const HostFacts &host, const D
     Explanation explanation;
     explanation.title = KelInterface::char2QStringLocale(card.name, sizeof(card.name));
     explanation.kind = Container::tr("Network card");
-    explanation.state = countText(count);
+    explanation.state = countText(countOf(devices));
     FactGroup group{Container::tr("Card"), {}};
     if (own)
         group.add(Container::tr("Name"), own->name);
@@ -152,23 +110,26 @@ Explanation explainCard(const KELA_NETWORK &card, const HostFacts &host, const D
             explanation.paragraphs << note;
     }
     explanation.add(group);
+    explanation.add(cameraOverview(devices));
     return explanation;
 }
 
-Explanation explainController(const KELA_USBCONTROLLER_INFO &controller, const DeviceCount &count)
+Explanation explainController(const KELA_USBCONTROLLER_INFO &controller,
+                              const QVector<KELA_STRUCT_DEVICE_INFO> &devices)
 {
     Explanation explanation;
     explanation.title = KelInterface::char2QStringLocale(controller.name, sizeof(controller.name));
     explanation.kind = Container::tr("USB controller");
-    explanation.state = countText(count);
+    explanation.state = countText(countOf(devices));
     FactGroup group{Container::tr("Controller"), {}};
     group.add(Container::tr("Identifier"), deviceText(controller.identifier));
     explanation.add(group);
+    explanation.add(cameraOverview(devices));
     return explanation;
 }
 
 Explanation explainInterface(const KELA_GENTL_IF_INFO &genTLInterface, const InterfaceOrigin &origin,
-                             const DeviceCount &count)
+                             const QVector<KELA_STRUCT_DEVICE_INFO> &devices)
 {
     Explanation explanation;
     explanation.title = deviceText(genTLInterface.displayName);
@@ -176,7 +137,7 @@ Explanation explainInterface(const KELA_GENTL_IF_INFO &genTLInterface, const Int
     explanation.standing = origin.isOpen ? Standing::Ours : Standing::Neutral;
     explanation.state = origin.isOpen ? Container::tr("Open") : Container::tr("Closed");
     if (origin.isOpen)
-        explanation.paragraphs << countText(count);
+        explanation.paragraphs << countText(countOf(devices));
     else
         explanation.paragraphs << Container::tr("Open it with its button to see its cameras.");
     if (origin.isByVirtualPort)
@@ -188,20 +149,23 @@ Explanation explainInterface(const KELA_GENTL_IF_INFO &genTLInterface, const Int
     group.add(Container::tr("Other name"), deviceText(genTLInterface.alternativeName));
     group.add(Container::tr("Number"), QString::number(genTLInterface.number));
     explanation.add(group);
+    explanation.add(cameraOverview(devices));
     return explanation;
 }
 
-Explanation explainGroup(Group group, const QString &title, const HostFacts &host, const DeviceCount &count)
+Explanation explainGroup(Group group, const QString &title, const HostFacts &host,
+                         const QVector<KELA_STRUCT_DEVICE_INFO> &devices)
 {
     Explanation explanation;
     explanation.title = title;
     explanation.kind = Container::tr("Group");
-    explanation.state = countText(count);
+    explanation.state = countText(countOf(devices));
     explanation.paragraphs << groupText(group);
     if (group == Group::GigE && isStrictSomewhere(host))
         explanation.paragraphs << Container::tr(
             "Some card of this computer has a strict reverse-path filter, so "
             "cameras of other subnets may stay hidden there.");
+    explanation.add(cameraOverview(devices));
     return explanation;
 }
 

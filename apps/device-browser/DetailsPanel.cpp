@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DetailsPanel.h"
 
-#include "FactTable.h"
+#include "FactColumns.h"
 #include "PlainLabel.h"
 #include "StandingColors.h"
 
@@ -39,7 +39,7 @@ DetailsPanel::DetailsPanel(QWidget *parent)
     , m_badge(new PlainLabel)
     , m_paragraphs(new QVBoxLayout)
     , m_buttons(new QHBoxLayout)
-    , m_facts(new QVBoxLayout)
+    , m_facts(new FactColumns)
 {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
@@ -59,8 +59,7 @@ DetailsPanel::DetailsPanel(QWidget *parent)
     m_buttons->setContentsMargins(0, 6, 0, 6);
     m_buttons->addStretch(1);
     layout->addLayout(m_buttons);
-    m_facts->setSpacing(16);
-    layout->addLayout(m_facts);
+    layout->addWidget(m_facts);
     layout->addStretch(1);
     m_title->setWordWrap(true);
     QFont large = font();
@@ -93,7 +92,7 @@ void DetailsPanel::explain(const Explanation &explanation)
     m_kind->setText(explanation.kind);
     showBadge();
     showParagraphs();
-    showFacts();
+    m_facts->setGroups(explanation.groups);
 }
 
 QString DetailsPanel::asText() const
@@ -146,16 +145,6 @@ void DetailsPanel::showParagraphs()
     }
     for (int i = 0; i < count; ++i)
         static_cast<QLabel *>(m_paragraphs->itemAt(i)->widget())->setText(m_explanation.paragraphs.at(i));
-}
-
-void DetailsPanel::showFacts()
-{
-    const int count = m_explanation.groups.size();
-    shrinkTo(m_facts, count);
-    while (m_facts->count() < count)
-        m_facts->addWidget(new FactTable);
-    for (int i = 0; i < count; ++i)
-        static_cast<FactTable *>(m_facts->itemAt(i)->widget())->setGroup(m_explanation.groups.at(i));
 }
 
 } // namespace browser

@@ -13,7 +13,7 @@ class QVBoxLayout;
 namespace browser
 {
 
-class FactTable;
+class FactColumns;
 
 /// Shows an explanation: a heading with a badge, what it means in words, what can be done, and the
 /// figures. Every text is plain text and can be copied. Thread: GUI.
@@ -37,7 +37,6 @@ protected:
 private:
     void showBadge();
     void showParagraphs();
-    void showFacts();
 
     Explanation m_explanation;
     QLabel *m_title;
@@ -45,7 +44,7 @@ private:
     QLabel *m_badge;
     QVBoxLayout *m_paragraphs;
     QHBoxLayout *m_buttons;
-    QVBoxLayout *m_facts;
+    FactColumns *m_facts;
 };
 
 } // namespace browser

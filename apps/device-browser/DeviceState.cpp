@@ -9,6 +9,10 @@ namespace browser
 namespace
 {
 
+struct State {
+    Q_DECLARE_TR_FUNCTIONS(DeviceState)
+};
+
 constexpr uint32_t kNewestUsb2 = 767;
 
 bool isUsb3(const KELA_DEVICE_INFO_EX &device)
@@ -122,24 +126,23 @@ Standing standingOf(Condition condition)
 
 QString conditionText(Condition condition)
 {
-    const auto tr = [](const char *text) { return QCoreApplication::translate("DeviceState", text); };
     switch (condition) {
     case Condition::Free:
-        return tr(QT_TRANSLATE_NOOP("DeviceState", "Free"));
+        return State::tr("Free");
     case Condition::InUse:
-        return tr(QT_TRANSLATE_NOOP("DeviceState", "In use"));
+        return State::tr("In use");
     case Condition::Multicast:
-        return tr(QT_TRANSLATE_NOOP("DeviceState", "Opened by multicast"));
+        return State::tr("Opened by multicast");
     case Condition::Connected:
-        return tr(QT_TRANSLATE_NOOP("DeviceState", "Connected"));
+        return State::tr("Connected");
     case Condition::Grabbing:
-        return tr(QT_TRANSLATE_NOOP("DeviceState", "Grabbing"));
+        return State::tr("Grabbing");
     case Condition::Unusable:
-        return tr(QT_TRANSLATE_NOOP("DeviceState", "Cannot be used"));
+        return State::tr("Cannot be used");
     case Condition::Unknown:
         break;
     }
-    return tr(QT_TRANSLATE_NOOP("DeviceState", "State unknown"));
+    return State::tr("State unknown");
 }
 
 } // namespace browser

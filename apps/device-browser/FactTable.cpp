@@ -15,7 +15,7 @@ namespace
 {
 
 /// As wide in every table, so that values stand below each other across the panel.
-constexpr int kLabelWidth = 190;
+constexpr int kLabelWidth = 150;
 
 } // namespace
 

@@ -12,6 +12,7 @@
 #include "StatusLine.h"
 #include "TreeHost.h"
 #include "TreeRows.h"
+#include "WindowStyle.h"
 #include "WorkArea.h"
 
 #include <CommonTools/KelInterface.h>
@@ -46,9 +47,12 @@ MainWindow::MainWindow(const CommandLine &line, QWidget *parent)
     Custom::setMainDialog(this);
     makeParts();
     makeDocks();
+    setStyleSheet(windowStyle());
     makeMenus();
     joinParts();
     m_preferences->applyToProgram();
+    if (!line.language.isEmpty())
+        m_preferences->showLanguage(line.language);
     if (line.theme)
         Custom::setTheme(static_cast<Custom::Theme>(*line.theme));
     retranslate();
@@ -221,7 +225,7 @@ void MainWindow::retranslate()
 
 void MainWindow::restoreLayout()
 {
-    resize(1180, 760);
+    resize(1240, 820);
     resizeDocks({m_treeDock}, {380}, Qt::Horizontal);
     resizeDocks({m_logDock}, {170}, Qt::Vertical);
     if (m_line.screenshot.isEmpty()) {
@@ -243,6 +247,7 @@ QTableView *MainWindow::makeLogView()
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     view->horizontalHeader()->setStretchLastSection(true);
     view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    view->horizontalHeader()->setHighlightSections(false);
     view->setColumnWidth(0, 110);
     view->setColumnWidth(1, 100);
     // Follows the newest line unless the user looks at an older one.

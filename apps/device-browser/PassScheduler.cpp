@@ -45,6 +45,14 @@ void PassScheduler::setAutomatic(bool automatic)
     Q_EMIT changed();
 }
 
+void PassScheduler::setHeld(bool isHeld)
+{
+    m_isHeld = isHeld;
+    if (!isHeld)
+        requestNow(m_transports);
+    Q_EMIT changed();
+}
+
 void PassScheduler::requestNow(uint transports)
 {
     for (uint type = 1; type != 0; type <<= 1) {
@@ -123,7 +131,7 @@ PassScheduler::Transport &PassScheduler::transportOf(uint type)
 void PassScheduler::start(uint type, bool byUser)
 {
     Transport &transport = transportOf(type);
-    if (transport.isRunning || (m_transports & type) == 0)
+    if (m_isHeld || transport.isRunning || (m_transports & type) == 0)
         return;
     transport.due.stop();
     transport.isRunning = true;

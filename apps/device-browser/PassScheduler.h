@@ -31,6 +31,9 @@ public:
     /// Switches the repetition on or off; while it is off passes run only when asked for.
     void setAutomatic(bool automatic);
     bool isAutomatic() const { return m_automatic; }
+    /// Holds everything back, what is asked for too; afterwards every chosen transport is asked for.
+    void setHeld(bool isHeld);
+    bool isHeld() const { return m_isHeld; }
     /// Asks for one pass of each chosen transport now; where one runs already, for one more after it.
     void requestNow(uint transports);
     /// Transports whose pass runs, as bits.
@@ -63,6 +66,7 @@ private:
     std::chrono::milliseconds m_pause;
     uint m_transports = 0;
     bool m_automatic = true;
+    bool m_isHeld = false;
     std::map<uint, std::unique_ptr<Transport>> m_states;
 };
 

@@ -30,6 +30,8 @@ public:
     void setTransports(uint transports);
     void setAutomaticRefresh(bool on);
     void setLanguage(const QString &locale);
+    /// Shows the program in a language for now only.
+    void showLanguage(const QString &locale) { m_language.use(locale); }
     void setTheme(int theme);
     void setEncoding(int encoding);
     void setKindVisible(const QString &kind, bool isVisible);

@@ -2,6 +2,7 @@
 #include "SelectionExplainer.h"
 
 #include "ConnectionManager.h"
+#include "ContainerExplanation.h"
 #include "DetailsPanel.h"
 #include "DeviceExplanation.h"
 #include "InterfaceManager.h"
@@ -90,20 +91,20 @@ Explanation SelectionExplainer::explainContainer(QTreeWidgetItem *row) const
     KelDeviceTree &tree = *m_parts.host->tree();
     const int type = rows::typeOf(row);
     const bool isWholeTree = type == KelDeviceTree::ItemAll || type < 0;
-    const DeviceCount count = rows::count(isWholeTree ? rows::allDevices(tree) : rows::devicesBelow(row));
+    const auto devices = isWholeTree ? rows::allDevices(tree) : rows::devicesBelow(row);
     if (const auto card = rows::recordOf<KELA_NETWORK>(row); card && type == KelDeviceTree::ItemNetWork)
-        return explainCard(*card, readHostFacts(), count);
+        return explainCard(*card, readHostFacts(), devices);
     if (const auto controller = rows::recordOf<KELA_USBCONTROLLER_INFO>(row);
         controller && type == KelDeviceTree::ItemUSBController)
-        return explainController(*controller, count);
+        return explainController(*controller, devices);
     if (const auto entry = rows::recordOf<KELA_GENTL_IF_INFO>(row);
         entry && type == KelDeviceTree::ItemGenTLInterface) {
         const long id = rows::idOf(row);
         const InterfaceOrigin origin{tree.Is3rdCtiInterface(row), tree.IsOpenByVirtualPort(id),
                                      m_parts.interfaces->isOpen(id)};
-        return explainInterface(*entry, origin, count);
+        return explainInterface(*entry, origin, devices);
     }
-    return explainGroup(groupOf(type), rows::textOf(row), readHostFacts(), count);
+    return explainGroup(groupOf(type), rows::textOf(row), readHostFacts(), devices);
 }
 
 } // namespace browser

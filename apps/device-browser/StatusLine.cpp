@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "StatusLine.h"
 
+#include "CameraOverview.h"
 #include "EnumerationMonitor.h"
 #include "EventReporter.h"
 #include "PassScheduler.h"
@@ -48,7 +49,7 @@ void StatusLine::refresh()
     m_activity->setText(activityText());
     m_durations->setText(durationText());
     if (m_parts.host->tree())
-        m_count->setText(countText(rows::count(rows::allDevices(*m_parts.host->tree()))));
+        m_count->setText(countText(countOf(rows::allDevices(*m_parts.host->tree()))));
 }
 
 QString StatusLine::activityText() const
@@ -57,6 +58,8 @@ QString StatusLine::activityText() const
     KelDeviceTree *tree = m_parts.host->tree();
     if (scheduler.transports() == 0)
         return tr("No transport is chosen");
+    if (scheduler.isHeld())
+        return tr("The tree is frozen");
     if (scheduler.paused() != 0)
         return tr("Waiting on %1 until you refresh: the last search failed").arg(namesOf(scheduler.paused()));
     if (tree && !tree->hasEnumOnce(scheduler.transports()))

@@ -107,14 +107,6 @@ QVector<KELA_STRUCT_DEVICE_INFO> allDevices(const KelDeviceTree &tree)
     return devicesBelow(tree.invisibleRootItem());
 }
 
-DeviceCount count(const QVector<KELA_STRUCT_DEVICE_INFO> &devices)
-{
-    DeviceCount counted;
-    for (const KELA_STRUCT_DEVICE_INFO &device : devices)
-        counted.add(device.deviceState);
-    return counted;
-}
-
 QTreeWidgetItem *cardRow(KelDeviceTree &tree, const KELA_NETWORK &card)
 {
     const QTreeWidgetItem *group = tree.findItem(KelDeviceTree::ItemGigERoot, -1);

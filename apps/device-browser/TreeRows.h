@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "ContainerExplanation.h"
-
 #include <DeviceEnumMng/KelDeviceTree.h>
 
 #include <QVector>
@@ -43,7 +41,6 @@ std::optional<KELA_STRUCT_DEVICE_INFO> deviceOf(KelDeviceTree &tree, long id);
 /// The records of every device below a row, or of the whole tree.
 QVector<KELA_STRUCT_DEVICE_INFO> devicesBelow(const QTreeWidgetItem *row);
 QVector<KELA_STRUCT_DEVICE_INFO> allDevices(const KelDeviceTree &tree);
-DeviceCount count(const QVector<KELA_STRUCT_DEVICE_INFO> &devices);
 
 /// The row of a network card by its hardware address; null when there is none.
 QTreeWidgetItem *cardRow(KelDeviceTree &tree, const KELA_NETWORK &card);

@@ -34,6 +34,7 @@ WorkArea::WorkArea(DetailsPanel *details, ConnectionManager *manager, QWidget *p
     setDocumentMode(true);
     setTabsClosable(true);
     setElideMode(Qt::ElideRight);
+    tabBar()->setDrawBase(false);
     addTab(details, QString());
     for (QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide})
         tabBar()->setTabButton(kDetailsTab, side, nullptr);

@@ -252,13 +252,15 @@ void TestBrowserWindow::cameraLostWhileConnectedIsShownAndCanBeLetGo()
 
 void TestBrowserWindow::vanishedCardLeavesWhenItsHeldCameraIsLetGo()
 {
-    const auto bringBack = qScopeGuard([] { steeredcameras::run({"ip", "link", "set", "cam1", "up"}); });
+    const auto bringBack = qScopeGuard([] {
+        steeredcameras::run({"ip", "address", "add", "10.20.30.1/24", "brd", "+", "dev", "cam1"});
+    });
     connectCamera(kInlet);
     const long id = idOf(kInlet);
     const auto card = rows::recordOf<KELA_NETWORK>(row(kInlet)->parent());
     QVERIFY(card.has_value());
 
-    QVERIFY(steeredcameras::run({"ip", "link", "set", "cam1", "down"}));
+    QVERIFY(steeredcameras::run({"ip", "address", "delete", "10.20.30.1/24", "dev", "cam1"}));
     QTRY_COMPARE_WITH_TIMEOUT(m_window->connections()->session(id).state, SessionState::Lost, 15000);
     QTest::qWait(2500);
     QVERIFY(rows::cardRow(*tree(), *card));
@@ -363,7 +365,7 @@ void TestBrowserWindow::languageChangesInTheRunningWindow()
     keepPicture(QStringLiteral("browser-de"));
 
     m_window->preferences()->setLanguage(QStringLiteral("zh_CN"));
-    QTRY_COMPARE(firstMenu(), QStringLiteral("设备"));
+    QTRY_VERIFY(firstMenu().startsWith(QStringLiteral("设备")));
     QTRY_VERIFY(all() != QStringLiteral("All"));
     keepPicture(QStringLiteral("browser-zh"));
 

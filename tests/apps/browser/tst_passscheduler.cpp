@@ -44,6 +44,7 @@ private Q_SLOTS:
     void transportThatIsNotChosenIsNeverAskedFor();
     void endNobodyAskedForStartsNoSecondPass();
     void newTreeStartsAfresh();
+    void whileHeldNothingIsAskedFor();
 
 private:
     std::unique_ptr<PassScheduler> m_scheduler;
@@ -218,6 +219,19 @@ void TestPassScheduler::newTreeStartsAfresh()
 
     QCOMPARE(m_scheduler->running(), 0U);
     m_scheduler->requestNow(kGigE);
+    QCOMPARE(m_wanted->size(), 2);
+}
+
+void TestPassScheduler::whileHeldNothingIsAskedFor()
+{
+    m_scheduler->setTransports(kGigE);
+    m_scheduler->setHeld(true);
+    m_scheduler->noteFinished(kGigE);
+    m_scheduler->requestNow(kGigE);
+    QVERIFY(!m_wanted->wait(kPauseMs * 4));
+    QCOMPARE(m_wanted->size(), 1);
+
+    m_scheduler->setHeld(false);
     QCOMPARE(m_wanted->size(), 2);
 }
 
