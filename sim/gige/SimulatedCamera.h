@@ -85,7 +85,7 @@ private:
     Reply readRegisters(const CommandView &command) const;
     Reply writeRegisters(const CommandView &command, const Endpoint &from, Clock::time_point now);
     Reply readMemory(const CommandView &command) const;
-    Reply writeMemory(const CommandView &command, const Endpoint &from);
+    Reply writeMemory(const CommandView &command, const Endpoint &from, Clock::time_point now);
 
     Status writeRegister(uint32_t address, uint32_t value, const Endpoint &from, Clock::time_point now);
     Status writePrivilege(uint32_t value, const Endpoint &from, Clock::time_point now);

@@ -152,7 +152,7 @@ SimulatedCamera::Reply SimulatedCamera::execute(const CommandView &command, cons
     case Command::ReadMemory:
         return readMemory(command);
     case Command::WriteMemory:
-        return writeMemory(command, from);
+        return writeMemory(command, from, now);
     default:
         return {Status::NotImplemented, {}};
     }
@@ -216,13 +216,18 @@ SimulatedCamera::Reply SimulatedCamera::readMemory(const CommandView &command) c
     return reply;
 }
 
-SimulatedCamera::Reply SimulatedCamera::writeMemory(const CommandView &command, const Endpoint &from)
+SimulatedCamera::Reply SimulatedCamera::writeMemory(const CommandView &command, const Endpoint &from,
+                                                    Clock::time_point now)
 {
     if (command.length < 8 || command.length % 4 != 0) {
         return {Status::InvalidHeader, {}};
     }
     const uint32_t address = getU32(command.payload);
     const std::size_t size = command.length - 4;
+    if (size == 4 && address % 4 == 0) {
+        const Status status = writeRegister(address, getU32(command.payload + 4), from, now);
+        return {status, indexPayload(status == Status::Success ? 4 : 0)};
+    }
     if (!isHolder(from)) {
         return {Status::AccessDenied, {}};
     }

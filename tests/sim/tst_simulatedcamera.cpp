@@ -144,6 +144,18 @@ TEST_F(SimulatedCameraTest, controlBelongsToASourcePort)
     EXPECT_EQ(camera.registerValue(reg::kPrimaryPort), kClient.port);
 }
 
+TEST_F(SimulatedCameraTest, memoryIsWrittenWhereTheRegistersAre)
+{
+    const auto port = command(Command::WriteMemory, words({reg::kStreamPort, 5000}));
+    const auto serial = command(Command::WriteMemory, words({reg::kSerialNumber, 1, 2}));
+    EXPECT_EQ(statusOf(port), 0x8006);
+    take(kPrivilegeControl);
+
+    EXPECT_EQ(statusOf(port), 0);
+    EXPECT_EQ(camera.registerValue(reg::kStreamPort), 5000U);
+    EXPECT_EQ(statusOf(serial), 0x8004);
+}
+
 TEST_F(SimulatedCameraTest, onlyTheHoldersCommandsKeepTheHeartbeat)
 {
     take(kPrivilegeControl);
