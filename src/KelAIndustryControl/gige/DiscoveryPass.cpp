@@ -121,8 +121,11 @@ void DiscoveryPass::onDiscoveryAnswer(const Arrival &arrival, const Acknowledge 
     // A camera on this host itself sends from one of our addresses; the kernel lets no other do that.
     const bool isOnThisHost =
         isOwnAddress(m_tools.cards, answer->currentIp) && isOwnAddress(m_tools.cards, arrival.sender);
+    // A program on this host that plays a camera of another address: seen by the card it speaks from.
     if (!isOnThisHost && !card)
-        return refuse(arrival, "comes from nowhere");
+        card = findCardByAddress(m_tools.cards, arrival.sender);
+    if (!isOnThisHost && !card)
+        return refuse(arrival, "came by no card");
     const TimePoint now = Clock::now();
     const CameraTable::Noted noted =
         m_tools.table.note({*answer, isOnThisHost ? nullptr : card, arrival.destination, *pass}, now);
