@@ -40,7 +40,7 @@ namespace KelInterface
 
 QString programDataPath()
 {
-    const QString folder = wantedDataFolder();
+    QString folder = wantedDataFolder();
     QDir().mkpath(folder);
     return folder;
 }
