@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <KelAIndustryControl/gentl/ProducerTable.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <map>
 #include <mutex>
@@ -45,6 +46,11 @@ Handles &handles()
 void waitForClosing()
 {
     constexpr Milliseconds kLongestWait{1000};
+    // The statics of producers are being destroyed from here on: a second wait would only give a late one
+    // the time to meet that.
+    static std::atomic<bool> hasWaited{false};
+    if (hasWaited.exchange(true))
+        return;
     const TimePoint deadline = Clock::now() + kLongestWait;
     std::vector<Producer *> all;
     {
