@@ -201,20 +201,17 @@ void KelDeviceTreePrivate::setCurRightBtn(CustomPushButton *btn, bool showMenuBu
         return;
     }
     const bool show = showMenuButton && btn;
-    bool changed = false;
     if (m_configBtn) {
         if (show) {
             m_configBtn->move(btn->x() - btn->width(), btn->y());
         }
-        changed = m_configBtn->isHidden() == show;
-        m_configBtn->setVisible(show);
+        if (m_configBtn->isHidden() == show) {
+            m_configBtn->setVisible(show);
+            rightButtons().updateRowBelow(*m_configBtn);
+        }
     }
-    if (m_rightBtnVisible && rightButtons().showOnly(btn)) {
-        changed = true;
-    }
-    // Painting calls this: an update without a change would never end.
-    if (changed) {
-        q->viewport()->update();
+    if (m_rightBtnVisible) {
+        rightButtons().showOnly(btn);
     }
 }
 

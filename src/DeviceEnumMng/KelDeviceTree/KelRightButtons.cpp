@@ -51,23 +51,34 @@ bool KelRightButtons::isAlive(const CustomPushButton *button) const
     return m_living.contains(button);
 }
 
-bool KelRightButtons::showOnly(CustomPushButton *button)
+void KelRightButtons::showOnly(CustomPushButton *button)
 {
     m_row = QPersistentModelIndex();
-    bool changed = false;
     const QSet<CustomPushButton *> shown = m_shown;
     for (CustomPushButton *other : shown) {
         // Hiding one sends events, and whoever handles them may take another away.
         if (other != button && m_shown.contains(other)) {
+            updateRowBelow(*other);
             other->hide();
-            changed = true;
         }
     }
     if (isAlive(button) && button->isHidden()) {
         button->show();
-        changed = true;
+        updateRowBelow(*button);
     }
-    return changed;
+}
+
+// A whole page would be painted with every row that the pointer crosses.
+void KelRightButtons::updateRowBelow(const QWidget &button)
+{
+    const QPoint middleOfRow(0, button.geometry().center().y() - kDistanceBelowMiddle);
+    QRect row = m_tree->visualRect(m_tree->indexAt(middleOfRow));
+    if (row.isEmpty()) {
+        m_tree->viewport()->update();
+        return;
+    }
+    row.setLeft(0);
+    m_tree->viewport()->update(row);
 }
 
 void KelRightButtons::setRow(const QModelIndex &row)

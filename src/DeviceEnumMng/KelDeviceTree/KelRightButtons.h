@@ -11,6 +11,7 @@ class CustomPushButton;
 class QEvent;
 class QModelIndex;
 class QTreeWidget;
+class QWidget;
 
 /// The buttons that float over the rows of a device tree: which of them live, which are shown, and for
 /// which row.
@@ -36,9 +37,11 @@ public:
     /// True for a button that was added and is neither removed nor destroyed. Any pointer may be asked about.
     bool isAlive(const CustomPushButton *button) const;
 
-    /// Makes every button visible exactly when it is @p button; null hides all.
-    /// @return true when that changed the visibility of any
-    bool showOnly(CustomPushButton *button);
+    /// Makes every button visible exactly when it is @p button; null hides all. Paints the rows below those
+    /// that it changes, and nothing when it changes none: painting calls this, and must come to an end.
+    void showOnly(CustomPushButton *button);
+    /// Paints the row over which a button floats, the whole view when there is none.
+    void updateRowBelow(const QWidget &button);
 
     /// Tells for which row a button is shown. Forgotten with the next showOnly().
     void setRow(const QModelIndex &row);
