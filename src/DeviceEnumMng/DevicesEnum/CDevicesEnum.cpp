@@ -11,7 +11,6 @@
 #include <KelAIndustryControl/KelAIndustryControl.h>
 
 #include <QThread>
-#include <QtConcurrent>
 
 namespace
 {
@@ -26,6 +25,11 @@ CDevicesEnum::~CDevicesEnum()
 {
     Stop();
     m_worker.waitForFinished();
+    // True by now. Read all the same: it makes what the worker wrote visible to this thread by a means that
+    // thread checkers see, which Qt's own code is not.
+    while (!m_workerEnded) {
+        QThread::yieldCurrentThread();
+    }
     if (m_deviceAccess) {
         for (const QString &path : qAsConst(m_producerPaths)) {
             m_deviceAccess->UnloadGenTLLibrary(path.toLocal8Bit().constData());
@@ -45,7 +49,8 @@ int CDevicesEnum::Init(KELA_INTERFACE_TYPE nInterfaceType, bool bLibraryEnumFlag
         m_deviceAccess = std::make_unique<KelAIndustryControl>();
     }
     if (!m_worker.isRunning()) {
-        m_worker = QtConcurrent::run(enumeratorPool(), this, &CDevicesEnum::EnumThreadProc);
+        m_workerEnded = false;
+        m_worker = runOnEnumeratorPool(&CDevicesEnum::startProc, this);
     }
     return 0;
 }
@@ -61,7 +66,7 @@ int CDevicesEnum::RegisterEventSink(EnumEventCallback pCallback, void *pUser)
 void CDevicesEnum::Stop()
 {
     m_running = false;
-    QVector<std::shared_ptr<KelAIndustryControl>> temporaryAccesses;
+    std::vector<std::shared_ptr<KelAIndustryControl>> temporaryAccesses;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_stopped = true;
@@ -70,7 +75,7 @@ void CDevicesEnum::Stop()
     if (m_deviceAccess) {
         m_deviceAccess->CancelEnum();
     }
-    for (const std::shared_ptr<KelAIndustryControl> &access : qAsConst(temporaryAccesses)) {
+    for (const std::shared_ptr<KelAIndustryControl> &access : temporaryAccesses) {
         access->CancelEnum();
     }
 }
@@ -119,6 +124,11 @@ int CDevicesEnum::GetUSBControllersIDIndex()
 
 void CDevicesEnum::EnumUSBControllers() {}
 
+void CDevicesEnum::startProc(void *enumerator)
+{
+    static_cast<CDevicesEnum *>(enumerator)->EnumThreadProc();
+}
+
 void CDevicesEnum::EnumThreadProc()
 {
     while (m_running) {
@@ -128,6 +138,7 @@ void CDevicesEnum::EnumThreadProc()
         }
         runRequestedPass();
     }
+    m_workerEnded = true;
 }
 
 void CDevicesEnum::runRequestedPass()

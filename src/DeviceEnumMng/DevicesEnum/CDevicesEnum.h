@@ -13,6 +13,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 class FoundDevices;
 class KelAIndustryControl;
@@ -201,6 +202,7 @@ private:
     class TemporaryAccess;
 
     // CDevicesEnum.cpp
+    static void startProc(void *enumerator);
     void EnumThreadProc();
     void runRequestedPass();
     void sendEvent(KELA_INTERFACE_INFO *pInterface, KELA_STRUCT_DEVICE_INFO *pDevice,
@@ -249,6 +251,7 @@ private:
 
     std::atomic<int32_t> m_sleepTime{30000};
     std::atomic<bool> m_running{false};
+    std::atomic<bool> m_workerEnded{true};
     std::atomic<int32_t> m_usbControllerIdIndex{0};
     std::atomic<int32_t> m_pendingPasses{0};
     std::atomic<uint32_t> m_interfaceType{KELA_INTERFACE_TYPE_NONE};
@@ -269,7 +272,7 @@ private:
     QVector<QString> m_producerPaths;
     QMap<QString, QVector<unsigned int>> m_producerInterfaceIds;
     // Shared: Stop may be cancelling one while its user is done with it.
-    QVector<std::shared_ptr<KelAIndustryControl>> m_temporaryAccesses;
+    std::vector<std::shared_ptr<KelAIndustryControl>> m_temporaryAccesses;
     bool m_stopped = false;
     int32_t m_vendorMode = 0;
     int32_t m_modelMode = 0;

@@ -11,6 +11,7 @@
 #include <DeviceEnumMng/DevicesEnum/FixedStrings.h>
 #include <DeviceEnumMng/DevicesEnum/GenTLInterfaceIds.h>
 #include <DeviceEnumMng/DevicesEnum/PassDecisions.h>
+#include <DeviceEnumMng/DevicesEnum/UnsharedCopy.h>
 #include <KelAIndustryControl/KelAIndustryControl.h>
 
 #include <QByteArray>
@@ -91,8 +92,8 @@ unsigned int CDevicesEnum::EnumGenTLInterface()
     QVector<KELA_GENTL_IF_INFO> before;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        paths = m_producerPaths;
-        before = m_interfaces;
+        paths = unsharedCopy(m_producerPaths);
+        before = unsharedCopy(m_interfaces);
     }
     QVector<KELA_GENTL_IF_INFO> now;
     for (const QString &path : qAsConst(paths)) {
@@ -106,7 +107,7 @@ unsigned int CDevicesEnum::EnumGenTLInterface()
         }
     }
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_interfaces = now;
+    m_interfaces.swap(now);
     return KELA_OK;
 }
 
@@ -150,7 +151,7 @@ CDevicesEnum::replaceProducerInterfaces(const QString &path, const QVector<KELA_
     }
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_producerInterfaceIds.insert(path, ids);
-    return m_interfaces;
+    return unsharedCopy(m_interfaces);
 }
 
 void CDevicesEnum::reportGenTLInterface(const KELA_GENTL_IF_INFO &interface, KELA_INTERFACE_STATE kind) const

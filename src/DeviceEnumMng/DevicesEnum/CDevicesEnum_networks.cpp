@@ -9,6 +9,7 @@
 #include <DeviceEnumMng/DevicesEnum/IdLists.h>
 #include <DeviceEnumMng/DevicesEnum/PassDecisions.h>
 #include <DeviceEnumMng/DevicesEnum/RoutingTable.h>
+#include <DeviceEnumMng/DevicesEnum/UnsharedCopy.h>
 
 #include <QHostAddress>
 #include <QNetworkAddressEntry>
@@ -80,7 +81,7 @@ void CDevicesEnum::EnumNetWorks()
     }
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_netWorks = cards;
+        m_netWorks = unsharedCopy(cards);
     }
     reportNetWorks(cards);
 }
@@ -118,12 +119,11 @@ void CDevicesEnum::reportNetWork(const KELA_NETWORK &card, KELA_INTERFACE_STATE 
 
 KELA_DEVICE_NETWORK CDevicesEnum::GetDeviceNetWorkInfo(const KELA_DEVICE_INFO_EX &stDeviceInfo) const
 {
-    QVector<KELA_NETWORK> cards;
+    KELA_DEVICE_NETWORK block = {};
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        cards = m_netWorks;
+        block = cardOf(stDeviceInfo, m_netWorks);
     }
-    const KELA_DEVICE_NETWORK block = cardOf(stDeviceInfo, cards);
     if (block.found != 0) {
         outputDebugLine([&stDeviceInfo, &block] {
             return QStringLiteral("DeviceSerial: %1; Netchard: %2")

@@ -11,6 +11,7 @@
 #include <DeviceEnumMng/DevicesEnum/FoundDevices.h>
 #include <DeviceEnumMng/DevicesEnum/GenTLInterfaceIds.h>
 #include <DeviceEnumMng/DevicesEnum/PassDecisions.h>
+#include <DeviceEnumMng/DevicesEnum/UnsharedCopy.h>
 #include <KelAIndustryControl/KelAIndustryControl.h>
 
 unsigned int CDevicesEnum::EnumDevices()
@@ -138,7 +139,7 @@ void CDevicesEnum::generateFromInterfaces(FoundDevices &found)
     QVector<KELA_GENTL_IF_INFO> interfaces;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        interfaces = m_interfaces;
+        interfaces = unsharedCopy(m_interfaces);
     }
     for (KELA_GENTL_IF_INFO &interface : interfaces) {
         KELA_DEVICE_INFO_LIST list = {};

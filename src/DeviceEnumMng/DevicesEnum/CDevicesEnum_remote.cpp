@@ -8,6 +8,7 @@
 #include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
 
 #include <DeviceEnumMng/DevicesEnum/TemporaryAccess.h>
+#include <DeviceEnumMng/DevicesEnum/UnsharedCopy.h>
 #include <KelAIndustryControl/KelAIndustryControl.h>
 
 #include <algorithm>
@@ -84,7 +85,7 @@ void CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &
     QVector<KELA_STRUCT_DEVICE_INFO> devices;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        devices = m_remoteDevices;
+        devices = unsharedCopy(m_remoteDevices);
     }
     for (int index = 0; index < devices.size(); ++index) {
         const KELA_STRUCT_DEVICE_INFO &device = devices.at(index);

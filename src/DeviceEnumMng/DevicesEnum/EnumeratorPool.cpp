@@ -2,6 +2,7 @@
 #include <DeviceEnumMng/DevicesEnum/EnumeratorPool.h>
 
 #include <QThreadPool>
+#include <QtConcurrent>
 
 #include <limits>
 
@@ -22,4 +23,9 @@ QThreadPool *enumeratorPool()
     // Never destroyed: its destructor would wait for the worker of an enumerator that a static object owns.
     static QThreadPool *const s_pool = makePool();
     return s_pool;
+}
+
+QFuture<void> runOnEnumeratorPool(void (*work)(void *), void *context)
+{
+    return QtConcurrent::run(enumeratorPool(), work, context);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <DeviceEnumMng/DevicesEnum/TemporaryAccess.h>
 
+#include <algorithm>
+
 CDevicesEnum::TemporaryAccess::TemporaryAccess(CDevicesEnum &owner)
     : m_owner(owner)
     , m_access(std::make_shared<KelAIndustryControl>())
@@ -8,7 +10,7 @@ CDevicesEnum::TemporaryAccess::TemporaryAccess(CDevicesEnum &owner)
     bool isTooLate = false;
     {
         const std::lock_guard<std::mutex> lock(m_owner.m_mutex);
-        m_owner.m_temporaryAccesses.append(m_access);
+        m_owner.m_temporaryAccesses.push_back(m_access);
         isTooLate = m_owner.m_stopped;
     }
     if (isTooLate) {
@@ -19,5 +21,6 @@ CDevicesEnum::TemporaryAccess::TemporaryAccess(CDevicesEnum &owner)
 CDevicesEnum::TemporaryAccess::~TemporaryAccess()
 {
     const std::lock_guard<std::mutex> lock(m_owner.m_mutex);
-    m_owner.m_temporaryAccesses.removeOne(m_access);
+    std::vector<std::shared_ptr<KelAIndustryControl>> &accesses = m_owner.m_temporaryAccesses;
+    accesses.erase(std::find(accesses.begin(), accesses.end(), m_access));
 }
