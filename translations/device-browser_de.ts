@@ -1194,6 +1194,10 @@
 <context>
     <name>browser::WorkArea</name>
     <message>
+        <source>Close %1</source>
+        <translation>%1 schließen</translation>
+    </message>
+    <message>
         <source>Details</source>
         <translation>Details</translation>
     </message>

@@ -1194,6 +1194,10 @@
 <context>
     <name>browser::WorkArea</name>
     <message>
+        <source>Close %1</source>
+        <translation>Close %1</translation>
+    </message>
+    <message>
         <source>Details</source>
         <translation>Details</translation>
     </message>

@@ -1194,6 +1194,10 @@
 <context>
     <name>browser::WorkArea</name>
     <message>
+        <source>Close %1</source>
+        <translation>关闭 %1</translation>
+    </message>
+    <message>
         <source>Details</source>
         <translation>详情</translation>
     </message>

@@ -45,7 +45,6 @@ SelectionExplainer::SelectionExplainer(const Parts &parts, QObject *parent)
     , m_parts(parts)
 {
     m_soon.setSingleShot(true);
-    m_soon.setInterval(kSoonMs);
     connect(&m_soon, &QTimer::timeout, this, &SelectionExplainer::explain);
     connect(parts.host, &TreeHost::replaced, this, &SelectionExplainer::listenTo);
     connect(parts.connections, &ConnectionManager::changed, this, &SelectionExplainer::refresh);
@@ -56,12 +55,13 @@ SelectionExplainer::SelectionExplainer(const Parts &parts, QObject *parent)
 void SelectionExplainer::refresh()
 {
     if (!m_soon.isActive())
-        m_soon.start();
+        m_soon.start(kSoonMs);
 }
 
 void SelectionExplainer::listenTo(KelDeviceTree *tree)
 {
-    connect(tree, &QTreeWidget::currentItemChanged, this, &SelectionExplainer::refresh);
+    // A choice is answered at once, but not while the tree is still telling of it.
+    connect(tree, &QTreeWidget::currentItemChanged, this, [this] { m_soon.start(0); });
     connect(tree, &KelDeviceTree::sigFinishEnumOnce, this, &SelectionExplainer::refresh);
     connect(tree, &KelDeviceTree::sigDeleteDeviceItem, this, &SelectionExplainer::refresh);
     refresh();

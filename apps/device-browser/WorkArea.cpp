@@ -9,6 +9,7 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QTabBar>
+#include <QToolButton>
 
 namespace browser
 {
@@ -32,13 +33,9 @@ WorkArea::WorkArea(DetailsPanel *details, ConnectionManager *manager, QWidget *p
 {
     setAcceptDrops(true);
     setDocumentMode(true);
-    setTabsClosable(true);
     setElideMode(Qt::ElideRight);
     tabBar()->setDrawBase(false);
     addTab(details, QString());
-    for (QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide})
-        tabBar()->setTabButton(kDetailsTab, side, nullptr);
-    connect(this, &QTabWidget::tabCloseRequested, this, &WorkArea::closeTab);
     retranslate();
 }
 
@@ -54,7 +51,9 @@ void WorkArea::openLiveView(long id)
         return;
     auto *view = new LiveView(id, m_manager);
     // A name from a device is no mnemonic.
-    setCurrentIndex(addTab(view, view->title().replace(QLatin1Char('&'), QStringLiteral("&&"))));
+    const int index = addTab(view, view->title().replace(QLatin1Char('&'), QStringLiteral("&&")));
+    tabBar()->setTabButton(index, QTabBar::RightSide, makeCloseButton(view));
+    setCurrentIndex(index);
 }
 
 bool WorkArea::readDrag(const QMimeData *data, long *id)
@@ -92,13 +91,17 @@ void WorkArea::changeEvent(QEvent *event)
         retranslate();
 }
 
-void WorkArea::closeTab(int index)
+QWidget *WorkArea::makeCloseButton(LiveView *view)
 {
-    if (index <= kDetailsTab)
-        return;
-    QWidget *view = widget(index);
-    removeTab(index);
-    view->deleteLater();
+    auto *button = new QToolButton;
+    button->setAutoRaise(true);
+    button->setText(QStringLiteral("✕"));
+    button->setAccessibleName(tr("Close %1").arg(view->title()));
+    connect(button, &QToolButton::clicked, view, [this, view] {
+        removeTab(indexOf(view));
+        view->deleteLater();
+    });
+    return button;
 }
 
 void WorkArea::retranslate()

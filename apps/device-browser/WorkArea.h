@@ -10,6 +10,7 @@ namespace browser
 
 class ConnectionManager;
 class DetailsPanel;
+class LiveView;
 
 /// The window's middle: the details of the selected row, and beside them a live view of each connected
 /// camera that was dropped here. Thread: GUI.
@@ -34,7 +35,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void closeTab(int index);
+    QWidget *makeCloseButton(LiveView *view);
     void retranslate();
 
     ConnectionManager *m_manager;
