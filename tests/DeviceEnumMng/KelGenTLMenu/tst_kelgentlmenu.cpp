@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <DeviceEnumMng/KelGenTLMenu.h>
 
+#include "importdialog.h"
 #include "producerfolder.h"
 
 #include <CustomCtr/CustomCheckBox.h>
@@ -15,12 +16,10 @@
 #include <QRadioButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QTranslator>
 #include <QtTest>
 
 #include <algorithm>
-#include <functional>
 #include <memory>
 
 using States = QMap<QString, int>;
@@ -76,7 +75,6 @@ private:
     static void import(KelGenTLMenu &menu, const QString &path);
     static QDialog *shownBox();
     static bool warns(const QString &text);
-    static void inDialog(const std::function<void(QFileDialog *)> &act);
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_producer;
@@ -94,27 +92,9 @@ States TestKelGenTLMenu::states(KelGenTLMenu &menu)
     return result;
 }
 
-void TestKelGenTLMenu::inDialog(const std::function<void(QFileDialog *)> &act)
-{
-    QTimer::singleShot(0, qApp, [act] {
-        const auto widgets = QApplication::topLevelWidgets();
-        for (QWidget *widget : widgets) {
-            auto *dialog = qobject_cast<QFileDialog *>(widget);
-            if (dialog && dialog->isVisible()) {
-                act(dialog);
-                return;
-            }
-        }
-        inDialog(act);
-    });
-}
-
 void TestKelGenTLMenu::import(KelGenTLMenu &menu, const QString &path)
 {
-    inDialog([path](QFileDialog *dialog) {
-        dialog->selectFile(path);
-        static_cast<QDialog *>(dialog)->accept();
-    });
+    ImportDialog::choose(path);
     importAction(menu)->trigger();
 }
 
@@ -187,7 +167,7 @@ void TestKelGenTLMenu::dialogAsksAsDefined()
     QString title;
     QString folder;
     QStringList filters;
-    inDialog([&](QFileDialog *dialog) {
+    ImportDialog::act([&](QFileDialog *dialog) {
         title = dialog->windowTitle();
         folder = dialog->directory().absolutePath();
         filters = dialog->nameFilters();
@@ -206,7 +186,7 @@ void TestKelGenTLMenu::cancelledDialogChangesNothing()
 {
     KelGenTLMenu menu(nullptr);
     QSignalSpy changed(&menu, &KelGenTLMenu::SigCtiChanged);
-    inDialog([](QFileDialog *dialog) { dialog->reject(); });
+    ImportDialog::act([](QFileDialog *dialog) { dialog->reject(); });
     menu.OnAddCtiFile();
 
     QCOMPARE(changed.count(), 0);
@@ -386,7 +366,7 @@ void TestKelGenTLMenu::menuMayGoWhileTheDialogIsOpen()
 {
     auto *menu = new KelGenTLMenu(nullptr);
     const QString producer = m_producer;
-    inDialog([menu, producer](QFileDialog *dialog) {
+    ImportDialog::act([menu, producer](QFileDialog *dialog) {
         delete menu;
         dialog->selectFile(producer);
         static_cast<QDialog *>(dialog)->accept();
