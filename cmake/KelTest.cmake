@@ -1,5 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 
+# Builds what the tests with the label "threads" run: those that a thread checker watches.
+add_custom_target(thread_tests)
+
 # kel_register_test(NAME target LABELS label... [TIMEOUT s] [OWN_NETWORK] [OWN_OPT] [XVFB] [ENVIRONMENT VAR=value...] [ARGS arg...])
 # Runs a program under ctest with a home folder of its own, on request in a network namespace of its own,
 # with an empty /opt of its own or under a virtual display. Exit status 77 counts as skipped.
@@ -22,6 +25,9 @@ function(kel_register_test name target)
         add_test(NAME ${name} COMMAND ${command} ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}> ${arg_ARGS})
     else()
         add_test(NAME ${name} COMMAND ${command} ${target} ${arg_ARGS})
+    endif()
+    if(TARGET ${target} AND "threads" IN_LIST arg_LABELS)
+        add_dependencies(thread_tests ${target})
     endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
