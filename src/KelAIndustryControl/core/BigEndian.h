@@ -10,7 +10,10 @@ namespace kela
 class Be16
 {
 public:
-    Be16() = default;
+    constexpr Be16()
+        : m_bytes{}
+    {
+    }
     constexpr explicit Be16(std::uint16_t value)
         : m_bytes{static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)}
     {
@@ -25,7 +28,10 @@ private:
 class Be32
 {
 public:
-    Be32() = default;
+    constexpr Be32()
+        : m_bytes{}
+    {
+    }
     constexpr explicit Be32(std::uint32_t value)
         : m_bytes{static_cast<std::uint8_t>(value >> 24), static_cast<std::uint8_t>(value >> 16),
                   static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)}

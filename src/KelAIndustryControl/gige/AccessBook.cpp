@@ -62,9 +62,10 @@ void rememberCards(const AccessBook::Entries &entries)
 {
     Memory &known = memory();
     const std::lock_guard lock(known.mutex);
-    for (const auto &[key, entry] : entries)
+    for (const auto &[key, entry] : entries) {
         if (known.cards.size() < kMostRemembered || known.cards.count(key) != 0)
             known.cards[key] = entry.cardIndex;
+    }
 }
 
 } // namespace kela::gige

@@ -27,10 +27,11 @@ unsigned int AccessValue::allows(unsigned int accessMode, bool &isAllowed) const
     case Kind::Read:
         break;
     }
-    if (accessMode == KELA_ACCESS_MONITOR)
+    if (accessMode == KELA_ACCESS_MONITOR) {
         isAllowed = (privilege & kPrivilegeExclusive) == 0;
-    else
+    } else {
         isAllowed = (privilege & kPrivilegeMask) == 0;
+    }
     return KELA_OK;
 }
 
@@ -98,12 +99,13 @@ void AccessProbe::advance()
     const bool tellsHolder = m_capability && (*m_capability >> kCapabilityBitPrimaryApplication & 1U) != 0;
     switch (m_step) {
     case Step::Privilege:
-        if (m_value.kind != AccessValue::Kind::Read || !m_value.isHeld())
+        if (m_value.kind != AccessValue::Kind::Read || !m_value.isHeld()) {
             m_step = Step::Done;
-        else if (!m_capability)
+        } else if (!m_capability) {
             m_step = Step::Capability;
-        else
+        } else {
             m_step = tellsHolder ? Step::Holder : Step::StreamPort;
+        }
         break;
     case Step::Capability:
         m_step = tellsHolder ? Step::Holder : Step::StreamPort;

@@ -51,12 +51,13 @@ void refreshHolder(RegisterClient &client, KELA_DEVICE_INFO_EX &info)
             break;
         std::uint32_t value = 0;
         const unsigned int result = client.readRegister(*address, value, kOnce);
-        if (result == KELA_OK)
+        if (result == KELA_OK) {
             probe.onValue(value);
-        else if (result == KELA_ERROR_IN_USE)
+        } else if (result == KELA_ERROR_IN_USE) {
             probe.onRefused(kStatusAccessDenied);
-        else
+        } else {
             return;
+        }
     }
     info.special.gige.primaryApplicationIp = probe.value().holder;
 }

@@ -61,10 +61,11 @@ KELA_DEVICE_INFO_EX recordOf(const DiscoveryAnswer &answer, std::uint32_t hostAd
     setFieldText(gige.manufacturerName, fixedText(answer.texts.manufacturerName));
     setFieldText(gige.userDefinedName, fixedText(answer.texts.userDefinedName));
     gige.hostIp = hostAddress;
-    if (isOnThisHost)
+    if (isOnThisHost) {
         info.placement = KELA_PLACEMENT_VIRTUAL;
-    else if (!answer.isPlainTransmitter())
+    } else if (!answer.isPlainTransmitter()) {
         info.placement = KELA_PLACEMENT_OTHER;
+    }
     return info;
 }
 
@@ -153,9 +154,10 @@ const Sighting *CameraTable::bestOf(const Camera &camera) const
         return std::tuple(sighting.fits, isChosen, -static_cast<std::int64_t>(sighting.cardIndex));
     };
     const Sighting *best = nullptr;
-    for (const Sighting &sighting : camera.sightings)
+    for (const Sighting &sighting : camera.sightings) {
         if (hasAnswered(sighting) && (!best || rank(*best) < rank(sighting)))
             best = &sighting;
+    }
     return best;
 }
 

@@ -112,9 +112,10 @@ unsigned int ControlSession::integerNode(std::string_view name, KELCC_INTVALUE_E
     const IntegerNode *node = findIntegerNode(name);
     if (!node)
         return KELA_ERROR_PARAMETER;
-    if (node->capabilityBit)
+    if (node->capabilityBit) {
         if (const unsigned int error = requireCapability(*node->capabilityBit); error != KELA_OK)
             return error;
+    }
     std::uint64_t registers = 0;
     unsigned int result = KELA_OK;
     if (node->spansTwoRegisters()) {

@@ -67,9 +67,10 @@ void Discovery::logLostCards()
         const auto lost = std::count_if(cameras.begin(), cameras.end(), [index = index](const auto &entry) {
             return entry.second.chosenCard == index;
         });
-        if (!findCard(m_cards, index) && lost > 0)
+        if (!findCard(m_cards, index) && lost > 0) {
             logLine(KELA_LOG_WARNING, "gige: network card " + name + " is down, and with it " +
                                           std::to_string(lost) + (lost == 1 ? " camera" : " cameras"));
+        }
     }
     m_cardNames.clear();
     for (const Card &card : m_cards)
@@ -82,20 +83,22 @@ void Discovery::logReversePathFilter()
     if (filtering == m_filtering)
         return;
     m_filtering = std::move(filtering);
-    if (m_filtering.empty())
+    if (m_filtering.empty()) {
         logLine(KELA_LOG_INFO, "gige: reverse-path filtering no longer hides cameras of foreign subnets");
-    else
+    } else {
         logLine(KELA_LOG_WARNING,
                 "gige: reverse-path filtering (rp_filter) hides cameras of foreign subnets behind " +
                     m_filtering);
+    }
 }
 
 void Discovery::logRefused(std::size_t refused, const std::string &example)
 {
     const bool isRefusing = refused != 0;
-    if (isRefusing && !m_wasRefusing)
+    if (isRefusing && !m_wasRefusing) {
         logLine(KELA_LOG_WARNING, "gige: refused " + example +
                                       (refused > 1 ? ", and " + std::to_string(refused - 1) + " more" : ""));
+    }
     m_wasRefusing = isRefusing;
 }
 

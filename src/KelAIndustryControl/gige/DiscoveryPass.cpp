@@ -100,14 +100,15 @@ void DiscoveryPass::receive()
 void DiscoveryPass::onDatagram(const Arrival &arrival, const Card *card)
 {
     const auto acknowledge = parseAcknowledge(arrival.bytes);
-    if (arrival.senderPort != kGvcpPort)
+    if (arrival.senderPort != kGvcpPort) {
         refuse(arrival, "from a wrong port");
-    else if (!acknowledge)
+    } else if (!acknowledge) {
         refuse(arrival, "shorter than it says");
-    else if (acknowledge->code == acknowledgeOf(kDiscoveryCommand))
+    } else if (acknowledge->code == acknowledgeOf(kDiscoveryCommand)) {
         onDiscoveryAnswer(arrival, *acknowledge, card);
-    else
+    } else {
         onRegisterAnswer(arrival, *acknowledge);
+    }
 }
 
 void DiscoveryPass::onDiscoveryAnswer(const Arrival &arrival, const Acknowledge &acknowledge, const Card *card)
@@ -151,10 +152,11 @@ void DiscoveryPass::onRegisterAnswer(const Arrival &arrival, const Acknowledge &
 
 void DiscoveryPass::refuse(const Arrival &arrival, const char *reason)
 {
-    if (m_refused++ == 0)
+    if (m_refused++ == 0) {
         m_refusedExample = "a datagram of " + std::to_string(arrival.bytes.size) + " bytes from " +
                            dotted(arrival.sender) + " port " + std::to_string(arrival.senderPort) + " " +
                            reason;
+    }
 }
 
 void DiscoveryPass::takeProbes()

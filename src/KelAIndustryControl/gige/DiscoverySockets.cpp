@@ -76,10 +76,11 @@ int DiscoverySockets::openFor(const Card &card)
 void DiscoverySockets::closeGone(const Cards &cards)
 {
     for (auto entry = m_byCard.begin(); entry != m_byCard.end();) {
-        if (findCard(cards, entry->first))
+        if (findCard(cards, entry->first)) {
             ++entry;
-        else
+        } else {
             entry = m_byCard.erase(entry);
+        }
     }
 }
 
@@ -132,10 +133,11 @@ bool DiscoverySockets::askOwnAddresses(ByteView datagram)
 
 void DiscoverySockets::logSendState(const std::string &name, CardSocket &entry, int error)
 {
-    if (error != 0 && error != entry.lastError)
+    if (error != 0 && error != entry.lastError) {
         logLine(KELA_LOG_WARNING, "gige: network card " + name + " cannot be asked: " + errorText(error));
-    else if (error == 0 && entry.lastError != 0)
+    } else if (error == 0 && entry.lastError != 0) {
         logLine(KELA_LOG_INFO, "gige: network card " + name + " can be asked again");
+    }
     entry.lastError = error;
 }
 
@@ -158,9 +160,10 @@ void DiscoverySockets::wait(TimePoint deadline, const CancelSignal &cancel)
 void DiscoverySockets::receive(const Receiver &receiver)
 {
     receiveFrom(m_own, nullptr, receiver);
-    for (auto &[index, entry] : m_byCard)
+    for (auto &[index, entry] : m_byCard) {
         if (const Card *card = findCard(*m_cards, index))
             receiveFrom(entry, card, receiver);
+    }
 }
 
 void DiscoverySockets::receiveFrom(CardSocket &entry, const Card *card, const Receiver &receiver)
@@ -175,10 +178,11 @@ void DiscoverySockets::receiveFrom(CardSocket &entry, const Card *card, const Re
         const int error = entry.socket.receive(arrival);
         if (error == EAGAIN)
             return;
-        if (error == 0)
+        if (error == 0) {
             receiver(arrival, card);
-        else if (++errors == kMostErrors)
+        } else if (++errors == kMostErrors) {
             break; // a card that went down reports nothing else
+        }
     }
     entry.isBroken = errors == kMostErrors;
 }

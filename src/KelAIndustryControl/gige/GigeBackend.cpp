@@ -31,10 +31,11 @@ public:
                               bool &isAccessible) override
     {
         AccessValue value;
-        if (const auto fresh = m_book.fresh(info, Clock::now()))
+        if (const auto fresh = m_book.fresh(info, Clock::now())) {
             value = *fresh;
-        else if (const unsigned int error = askAccess(m_cancel, info, false, value); error != KELA_OK)
+        } else if (const unsigned int error = askAccess(m_cancel, info, false, value); error != KELA_OK) {
             return error;
+        }
         return value.allows(accessMode, isAccessible);
     }
 
@@ -46,9 +47,10 @@ public:
             return KELA_ERROR_UNREACHABLE;
         if (value.kind == AccessValue::Kind::NoAnswer)
             return KELA_ERROR_TIMEOUT;
-        if (!value.isStreamPortRead && value.kind != AccessValue::Kind::Denied)
+        if (!value.isStreamPortRead && value.kind != AccessValue::Kind::Denied) {
             if (const unsigned int error = askAccess(m_cancel, info, true, value); error != KELA_OK)
                 return error;
+        }
         if (value.kind == AccessValue::Kind::Denied)
             return KELA_ERROR_IN_USE;
         isOn = value.streamHostPort != 0;

@@ -73,9 +73,10 @@ int GvcpSocket::open(const Card *card, std::uint32_t source)
     setOption(fd(), SOL_SOCKET, SO_BROADCAST, 1);
     setOption(fd(), SOL_SOCKET, SO_RCVBUF, kReceiveBuffer);
     setOption(fd(), IPPROTO_IP, IP_PKTINFO, 1);
-    if (card && !card->sharesSubnet && !card->isLoopback)
+    if (card && !card->sharesSubnet && !card->isLoopback) {
         m_isTied = ::setsockopt(fd(), SOL_SOCKET, SO_BINDTODEVICE, card->name.c_str(),
                                 static_cast<socklen_t>(card->name.size())) == 0;
+    }
     const sockaddr_in local = socketAddress(source, 0);
     return ::bind(fd(), reinterpret_cast<const sockaddr *>(&local), sizeof local) == 0 ? 0 : errno;
 }

@@ -15,8 +15,7 @@ class RequestIds
 public:
     std::uint16_t next()
     {
-        if (++m_last == 0)
-            m_last = 1;
+        m_last = m_last == 0xFFFF ? std::uint16_t{1} : static_cast<std::uint16_t>(m_last + 1);
         return m_last;
     }
 

@@ -37,10 +37,11 @@ CardAddress addressOf(const ifaddrs &entry)
     CardAddress result;
     result.address = ipv4Of(entry.ifa_addr);
     result.mask = ipv4Of(entry.ifa_netmask);
-    if ((entry.ifa_flags & IFF_POINTOPOINT) != 0)
+    if ((entry.ifa_flags & IFF_POINTOPOINT) != 0) {
         result.peer = ipv4Of(entry.ifa_dstaddr);
-    else if ((entry.ifa_flags & IFF_BROADCAST) != 0)
+    } else if ((entry.ifa_flags & IFF_BROADCAST) != 0) {
         result.broadcast = ipv4Of(entry.ifa_broadaddr);
+    }
     // An address that was given without its broadcast still has one.
     if (result.broadcast == 0 && result.peer == 0 && result.mask != 0 && result.mask < 0xFFFFFFFE)
         result.broadcast = result.address | ~result.mask;
@@ -51,11 +52,13 @@ CardAddress addressOf(const ifaddrs &entry)
 
 bool overlap(const Card &one, const Card &other)
 {
-    for (const CardAddress &a : one.addresses)
-        for (const CardAddress &b : other.addresses)
-            if (((a.address ^ b.address) & a.mask & b.mask) == 0)
-                return true;
-    return false;
+    const auto isIn = [](const CardAddress &a, const CardAddress &b) {
+        return ((a.address ^ b.address) & a.mask & b.mask) == 0;
+    };
+    return std::any_of(one.addresses.begin(), one.addresses.end(), [&](const CardAddress &a) {
+        return std::any_of(other.addresses.begin(), other.addresses.end(),
+                           [&](const CardAddress &b) { return isIn(a, b); });
+    });
 }
 
 } // namespace
@@ -96,10 +99,11 @@ std::optional<Cards> readCards()
 
 void markSharedSubnets(Cards &cards)
 {
-    for (Card &card : cards)
+    for (Card &card : cards) {
         card.sharesSubnet = std::any_of(cards.begin(), cards.end(), [&card](const Card &other) {
             return other.index != card.index && overlap(card, other);
         });
+    }
 }
 
 bool isOwnAddress(const Cards &cards, std::uint32_t address)

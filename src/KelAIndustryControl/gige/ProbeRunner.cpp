@@ -83,11 +83,12 @@ bool ProbeRunner::isBusy() const
 
 TimePoint ProbeRunner::nextEvent() const
 {
-    TimePoint next = TimePoint::max();
-    for (const auto &[key, run] : m_runs)
+    TimePoint earliest = TimePoint::max();
+    for (const auto &[key, run] : m_runs) {
         if (run.transaction)
-            next = std::min(next, run.transaction->nextEvent());
-    return next;
+            earliest = std::min(earliest, run.transaction->nextEvent());
+    }
+    return earliest;
 }
 
 void ProbeRunner::giveUp()

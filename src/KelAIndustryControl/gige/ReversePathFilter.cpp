@@ -18,7 +18,8 @@ int filterValue(const std::string &name)
 {
     std::ifstream file("/proc/sys/net/ipv4/conf/" + name + "/rp_filter");
     int value = 0;
-    return file >> value ? value : 0;
+    file >> value; // 0 when the file is not there
+    return value;
 }
 
 std::string fileText(const char *path)
