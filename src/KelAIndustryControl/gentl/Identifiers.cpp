@@ -13,10 +13,14 @@ namespace kela::gentl
 namespace
 {
 
+// Identifiers of interfaces are made of text and number written one after the other: with numbers of one
+// width "port1" and "port" never come to the same.
+constexpr std::uint32_t kFirstNumber = 1000000;
+
 struct NumberTable {
     std::mutex mutex; // guards the rest
     std::map<std::pair<std::string, std::string>, std::uint32_t> numbers;
-    std::vector<InterfaceNumbers::Interface> interfaces; // by number - 1
+    std::vector<InterfaceNumbers::Interface> interfaces; // by number, from kFirstNumber on
 };
 
 // Never destroyed: producer threads may outlive the statics of the process.
@@ -77,7 +81,7 @@ std::uint32_t InterfaceNumbers::numberOf(const std::string &producerFile, const 
 {
     NumberTable &table = numberTable();
     const std::lock_guard lock(table.mutex);
-    const auto next = static_cast<std::uint32_t>(table.interfaces.size() + 1);
+    const std::uint32_t next = kFirstNumber + static_cast<std::uint32_t>(table.interfaces.size());
     const auto [entry, isNew] = table.numbers.try_emplace({producerFile, identifier}, next);
     if (isNew)
         table.interfaces.push_back({producerFile, identifier});
@@ -88,9 +92,9 @@ std::optional<InterfaceNumbers::Interface> InterfaceNumbers::interfaceOf(std::ui
 {
     NumberTable &table = numberTable();
     const std::lock_guard lock(table.mutex);
-    if (number == 0 || number > table.interfaces.size())
+    if (number < kFirstNumber || number - kFirstNumber >= table.interfaces.size())
         return std::nullopt;
-    return table.interfaces[number - 1];
+    return table.interfaces[number - kFirstNumber];
 }
 
 } // namespace kela::gentl

@@ -149,7 +149,17 @@ Exit exitOf(int status)
     return {false, WEXITSTATUS(status) == 0, " with status " + std::to_string(WEXITSTATUS(status))};
 }
 
-/// Waits for the end of the probe for a while, then ends it and what it started.
+/// Ends what the probe left behind and takes the probe's status. Its number is its own until then.
+int collect(pid_t probe)
+{
+    ::kill(-probe, SIGKILL);
+    int status = 0;
+    while (::waitpid(probe, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status;
+}
+
+/// Waits for the end of the probe for a while, then ends it.
 Exit endProbe(pid_t probe, Milliseconds patience)
 {
     constexpr Milliseconds kKillTime{500}; // one that the system holds fast is left to it
@@ -157,19 +167,19 @@ Exit endProbe(pid_t probe, Milliseconds patience)
     const TimePoint killAt = Clock::now() + patience;
     Exit result;
     for (; Clock::now() < killAt + kKillTime; std::this_thread::sleep_for(kLookInterval)) {
+        siginfo_t ended = {};
+        if (::waitid(P_PID, static_cast<id_t>(probe), &ended, WEXITED | WNOHANG | WNOWAIT) != 0 &&
+            errno != EINTR)
+            break; // the host lets the system collect its children, and nothing is known
+        if (ended.si_pid == probe) {
+            const int status = collect(probe);
+            return result.isKilled ? result : exitOf(status);
+        }
         if (!result.isKilled && Clock::now() >= killAt) {
             ::kill(-probe, SIGKILL);
             result.isKilled = true;
         }
-        int status = 0;
-        const pid_t ended = ::waitpid(probe, &status, WNOHANG);
-        if (ended == probe && !result.isKilled)
-            result = exitOf(status);
-        // An error: the host lets the system collect its children, and nothing is known.
-        if (ended == probe || (ended < 0 && errno != EINTR))
-            break;
     }
-    ::kill(-probe, SIGKILL);
     return result;
 }
 

@@ -130,11 +130,11 @@ TEST_F(GenTLBadProducers, hangInTheDeviceListOfItsTrialIsRefused)
     EXPECT_EQ(interfacesOf(access, path).code, KELA_ERROR_PRODUCER_REFUSED);
     const auto first = SteadyClock::now() - begin;
 
-    EXPECT_LT(first, std::chrono::seconds(15));
+    EXPECT_LT(first, std::chrono::seconds(20));
     EXPECT_EQ(log.count("did not come back from IFUpdateDeviceList"), 1);
     // The verdict is kept.
     EXPECT_EQ(interfacesOf(access, path).code, KELA_ERROR_PRODUCER_REFUSED);
-    EXPECT_LT(SteadyClock::now() - begin - first, std::chrono::seconds(1));
+    EXPECT_LT(SteadyClock::now() - begin - first, std::chrono::seconds(5));
     EXPECT_EQ(log.count("did not come back"), 1);
 }
 

@@ -64,23 +64,23 @@ TEST_F(GenTLHangs, hungProducerGivesNoAnswerInTimeAndOthersGoOn)
 {
     const std::string other = folder.add("KelFGSampleGEV.cti", "b.cti");
     describe(other, kOneInterface);
-    hang("IFUpdateDeviceList", milliseconds(8000));
+    hang("IFUpdateDeviceList", milliseconds(14000));
 
     const auto begin = SteadyClock::now();
     EXPECT_EQ(devicesOf(access, interface).code, KELA_ERROR_TIMEOUT);
     const auto waited = SteadyClock::now() - begin;
     EXPECT_GE(waited, kLimit);
-    EXPECT_LT(waited, kLimit + seconds(1));
+    EXPECT_LT(waited, kLimit + seconds(3));
     EXPECT_EQ(log.count("does not respond"), 1);
 
     // It counts as not responding: nobody waits for it again, and the other one is not concerned.
     EXPECT_EQ(interfacesOf(access, path).code, KELA_ERROR_TIMEOUT);
-    EXPECT_LT(SteadyClock::now() - begin - waited, milliseconds(500));
+    EXPECT_LT(SteadyClock::now() - begin - waited, seconds(3));
     EXPECT_EQ(interfacesOf(access, other).records.size(), 1U);
 
     // Its thread comes back.
     describe(path, kOneInterface);
-    for (int i = 0; i < 100 && log.count("responds again") == 0; ++i)
+    for (int i = 0; i < 300 && log.count("responds again") == 0; ++i)
         std::this_thread::sleep_for(milliseconds(100));
     EXPECT_EQ(interfacesOf(access, path).records.size(), 1U);
     EXPECT_EQ(devicesOf(access, interface).records.size(), 1U);
@@ -88,14 +88,14 @@ TEST_F(GenTLHangs, hungProducerGivesNoAnswerInTimeAndOthersGoOn)
 
 TEST_F(GenTLHangs, unloadingAHungProducerReturnsAtOnce)
 {
-    hang("TLUpdateInterfaceList", milliseconds(3000));
+    hang("TLUpdateInterfaceList", milliseconds(4000));
     unsigned int code = KELA_OK;
     std::thread worker([&] { code = interfacesOf(access, path).code; });
     std::this_thread::sleep_for(milliseconds(200));
 
     const auto begin = SteadyClock::now();
     EXPECT_EQ(access.UnloadGenTLLibrary(path.c_str()), KELA_OK);
-    EXPECT_LT(SteadyClock::now() - begin, milliseconds(100));
+    EXPECT_LT(SteadyClock::now() - begin, seconds(2));
     worker.join();
 
     EXPECT_EQ(code, KELA_ERROR_HANDLE);
@@ -103,7 +103,7 @@ TEST_F(GenTLHangs, unloadingAHungProducerReturnsAtOnce)
 
 TEST_F(GenTLHangs, cancelEndsTheWaitForAHungProducer)
 {
-    hang("TLUpdateInterfaceList", milliseconds(3000));
+    hang("TLUpdateInterfaceList", milliseconds(4000));
     unsigned int code = KELA_OK;
     SteadyClock::time_point ended;
     std::thread worker([&] {
@@ -116,7 +116,7 @@ TEST_F(GenTLHangs, cancelEndsTheWaitForAHungProducer)
     worker.join();
 
     EXPECT_EQ(code, KELA_ERROR_CANCELLED);
-    EXPECT_LT(ended - begin, milliseconds(200));
+    EXPECT_LT(ended - begin, seconds(2));
 }
 
 TEST_F(GenTLHangs, cancelEndsATrialWithoutAVerdict)
@@ -130,7 +130,7 @@ TEST_F(GenTLHangs, cancelEndsATrialWithoutAVerdict)
     worker.join();
 
     EXPECT_EQ(code, KELA_ERROR_CANCELLED);
-    EXPECT_LT(SteadyClock::now() - begin, seconds(3));
+    EXPECT_LT(SteadyClock::now() - begin, seconds(6));
     EXPECT_EQ(log.count("hangs.cti"), 0);
 }
 
@@ -154,14 +154,14 @@ TEST_F(GenTLHangs, twoObjectsWaitForOneTrial)
 
 TEST_F(GenTLHangs, destroyingAnObjectGivesItsProducerAMomentOnly)
 {
-    hang("TLClose", milliseconds(3000));
+    hang("TLClose", milliseconds(4000));
     auto own = std::make_unique<KelAIndustryControl>();
     ASSERT_EQ(interfacesOf(*own, path).code, KELA_OK);
     access.UnloadGenTLLibrary(path.c_str());
     const auto begin = SteadyClock::now();
     own.reset();
 
-    EXPECT_LT(SteadyClock::now() - begin, milliseconds(500));
+    EXPECT_LT(SteadyClock::now() - begin, seconds(2));
 }
 
 TEST(GenTLHangsDeathTest, leavingTheProgramDoesNotWaitForAHungProducer)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 using namespace kela::gentl;
@@ -58,6 +59,18 @@ TEST(GenTLIdentifiers, interfaceKeepsItsNumber)
     EXPECT_NE(InterfaceNumbers::numberOf("/a.cti", "if2"), number);
     ASSERT_TRUE(InterfaceNumbers::interfaceOf(number));
     EXPECT_EQ(InterfaceNumbers::interfaceOf(number)->identifier, "if");
+}
+
+TEST(GenTLIdentifiers, textAndNumberTogetherNameOneInterface)
+{
+    // Enumerators write them one after the other.
+    std::set<std::string> keys;
+    for (const char *const text : {"port", "port1", "port10", "port1000000"}) {
+        for (const char *const file : {"/k1.cti", "/k2.cti", "/k3.cti"})
+            keys.insert(text + std::to_string(InterfaceNumbers::numberOf(file, text)));
+    }
+
+    EXPECT_EQ(keys.size(), 12U);
 }
 
 TEST(GenTLIdentifiers, unknownNumberHasNoInterface)
