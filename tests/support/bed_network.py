@@ -18,8 +18,11 @@ import threading
 import time
 
 BIN = os.environ.get("KEL_BIN", "")
-SANITIZED = os.environ.get("KEL_SANITIZED", "") == "1"
 os.environ["PATH"] += ":/usr/sbin:/sbin"
+# A program that a sanitizer complains about tells so by a status that none of ours has.
+SANITIZER_STATUS = 99
+for _sanitizer in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"):
+    os.environ[_sanitizer] = os.environ.get(_sanitizer, "") + ":exitcode=%d" % SANITIZER_STATUS
 _LIBC = ctypes.CDLL(None, use_errno=True)
 _CLONE_NEWNET = 0x40000000
 _PR_SET_PDEATHSIG = 1
@@ -143,6 +146,8 @@ class Bed:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
+            if process.returncode == SANITIZER_STATUS:
+                raise AssertionError("a sanitizer complained about %s" % arguments[0])
             for stream in (process.stdin, process.stdout, process.stderr):
                 if stream is not None:
                     stream.close()
