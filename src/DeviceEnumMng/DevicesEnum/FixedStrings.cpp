@@ -8,7 +8,8 @@
 char *CrossPlatstrcpy_s(char *strDestination, unsigned long nSize, const char *strSource)
 {
     static_cast<void>(nSize);
-    return std::strcpy(strDestination, strSource);
+    std::memcpy(strDestination, strSource, std::strlen(strSource) + 1);
+    return strDestination;
 }
 
 void QString2Char(const QString &strText, char *pBuffer, int nSize)

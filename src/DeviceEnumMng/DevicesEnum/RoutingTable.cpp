@@ -47,7 +47,7 @@ QString gatewayIn(const QString &routes, const QString &prefix)
     for (const QString &line : lines) {
         const QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
         for (const QString &part : words) {
-            const QString word = part.trimmed();
+            QString word = part.trimmed();
             // Plain text on purpose: 192.168.10.5 counts as a gateway of 192.168.1.x.
             if (word.startsWith(prefix) && isHostAddress(word)) {
                 return word;
@@ -57,6 +57,7 @@ QString gatewayIn(const QString &routes, const QString &prefix)
     return QString();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a name by value is what its users call
 bool GetNetWorkInfoByMac_linux(QString strCardName, const QString &strCardAddress, QString &strRouteText,
                                QString &strGateway, int &nCardValue)
 {

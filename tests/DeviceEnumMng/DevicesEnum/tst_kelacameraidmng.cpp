@@ -292,6 +292,7 @@ void tst_KelACameraIdMng::registriesOnManyThreadsAgree()
     constexpr int kDevices = 200;
     std::vector<std::vector<long>> ids(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (std::vector<long> &own : ids) {
         threads.emplace_back([&own] {
             KelACameraIdMng registry;

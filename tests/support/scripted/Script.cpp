@@ -154,9 +154,9 @@ void *Script::openInterface(const std::string &identifier, uint32_t number)
     for (const auto &producer : m_producers) {
         for (const KELA_GENTL_IF_INFO &interface : producer.second) {
             if (fixedText(interface.identifier) == identifier && interface.number == number) {
-                m_lastHandle += 16;
-                m_handles[m_lastHandle] = {producer.first, identifier, number};
-                return reinterpret_cast<void *>(m_lastHandle);
+                void *handle = &m_handleCells.emplace_back();
+                m_handles[handle] = {producer.first, identifier, number};
+                return handle;
             }
         }
     }
@@ -166,7 +166,7 @@ void *Script::openInterface(const std::string &identifier, uint32_t number)
 bool Script::closeInterface(void *handle)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_handles.erase(reinterpret_cast<uintptr_t>(handle)) != 0;
+    return m_handles.erase(handle) != 0;
 }
 
 void Script::failNext(uint32_t code, Operation operation, int times)
@@ -352,7 +352,7 @@ uint32_t Script::devicesOfHandle(ScriptedObject &object, void *handle, KELA_DEVI
     Interface interface;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        const auto known = m_handles.find(reinterpret_cast<uintptr_t>(handle));
+        const auto known = m_handles.find(handle);
         if (known == m_handles.end() || object.unloadedProducers.count(known->second.producer) != 0) {
             return KELA_ERROR_HANDLE;
         }

@@ -4,6 +4,7 @@
 #include "ScriptedAccess.h"
 
 #include <condition_variable>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <set>
@@ -106,8 +107,8 @@ private:
     std::map<std::pair<std::string, std::string>, int64_t> m_nodes;
     uint32_t m_claimedCount = 0;
     std::map<std::string, std::vector<KELA_GENTL_IF_INFO>> m_producers;
-    std::map<uintptr_t, Interface> m_handles;
-    uintptr_t m_lastHandle = 0x1000;
+    std::map<const void *, Interface> m_handles;
+    std::deque<char> m_handleCells; // their addresses are the handles; no handle is ever given twice
     std::map<Operation, Fault> m_nextFaults;
     std::map<Subject, uint32_t> m_faults;
     std::set<Subject> m_stalls;
