@@ -110,25 +110,14 @@ QTreeWidgetItem *KelDeviceTreeIndex::findBelow(QTreeWidgetItem *parent, int item
 
 QTreeWidgetItem *KelDeviceTreeIndex::findCamera(int id)
 {
-    QVector<QTreeWidgetItem *> found;
-    for (int type : {KelDeviceTree::ItemGigECamera, KelDeviceTree::ItemUSBCamera,
-                     KelDeviceTree::ItemCamLinkCamera, KelDeviceTree::ItemGenTLDevice}) {
-        QTreeWidgetItem *item = first(bucketOf(m_byId, IdKey(type, id)), [type](const QTreeWidgetItem *camera) {
-            const QTreeWidgetItem *top = camera;
-            while (top->parent()) {
-                top = top->parent();
-            }
-            return top != camera && cameraTypeBelow(top->data(0, KelDeviceTree::ItemTypeRole).toInt()) == type;
-        });
-        if (item) {
-            found.append(item);
+    return first(bucketOf(m_cameras, id), [](const QTreeWidgetItem *camera) {
+        const QTreeWidgetItem *top = camera;
+        while (top->parent()) {
+            top = top->parent();
         }
-    }
-    if (found.size() < 2) {
-        return found.value(0);
-    }
-    return *std::min_element(found.cbegin(), found.cend(),
-                             [this](auto *left, auto *right) { return pathOf(left) < pathOf(right); });
+        return top != camera && cameraTypeBelow(top->data(0, KelDeviceTree::ItemTypeRole).toInt()) ==
+                                    camera->data(0, KelDeviceTree::ItemTypeRole).toInt();
+    });
 }
 
 QTreeWidgetItem *KelDeviceTreeIndex::findContainer(QTreeWidgetItem *group, int itemType, const QString &key)
@@ -151,6 +140,11 @@ QTreeWidgetItem *KelDeviceTreeIndex::findInterface(QTreeWidgetItem *group, const
     const QTreeWidgetItem *root = m_tree->invisibleRootItem();
     return first(bucketOf(m_interfacesByKey, InterfaceKey(key, number)),
                  [group, root](const QTreeWidgetItem *item) { return parentOf(item, root) == group; });
+}
+
+bool KelDeviceTreeIndex::isCamera(int itemType)
+{
+    return itemType >= KelDeviceTree::ItemGigECamera && itemType <= KelDeviceTree::ItemGenTLDevice;
 }
 
 KelDeviceTreeIndex::Entry KelDeviceTreeIndex::entryOf(const QTreeWidgetItem *item)
@@ -279,8 +273,12 @@ void erase(Buckets &buckets, const Key &key, QTreeWidgetItem *item)
     if (bucket == buckets.end()) {
         return;
     }
-    bucket->items.removeOne(item);
-    if (bucket->items.isEmpty()) {
+    auto &items = bucket->items;
+    const auto found = std::find(items.begin(), items.end(), item);
+    if (found != items.end()) {
+        items.erase(found);
+    }
+    if (items.isEmpty()) {
         buckets.erase(bucket);
     }
 }
@@ -290,7 +288,9 @@ void erase(Buckets &buckets, const Key &key, QTreeWidgetItem *item)
 void KelDeviceTreeIndex::enter(QTreeWidgetItem *item, const Entry &entry)
 {
     append(m_byId, IdKey(entry.type, entry.id), item);
-    if (entry.type == KelDeviceTree::ItemNetWork || entry.type == KelDeviceTree::ItemUSBController) {
+    if (isCamera(entry.type)) {
+        append(m_cameras, entry.id, item);
+    } else if (entry.type == KelDeviceTree::ItemNetWork || entry.type == KelDeviceTree::ItemUSBController) {
         append(m_byContainerKey, ContainerKey(entry.type, entry.key), item);
     } else if (entry.type == KelDeviceTree::ItemGenTLInterface) {
         append(m_interfacesById, entry.recordId, item);
@@ -301,7 +301,9 @@ void KelDeviceTreeIndex::enter(QTreeWidgetItem *item, const Entry &entry)
 void KelDeviceTreeIndex::leave(QTreeWidgetItem *item, const Entry &entry)
 {
     erase(m_byId, IdKey(entry.type, entry.id), item);
-    if (entry.type == KelDeviceTree::ItemNetWork || entry.type == KelDeviceTree::ItemUSBController) {
+    if (isCamera(entry.type)) {
+        erase(m_cameras, entry.id, item);
+    } else if (entry.type == KelDeviceTree::ItemNetWork || entry.type == KelDeviceTree::ItemUSBController) {
         erase(m_byContainerKey, ContainerKey(entry.type, entry.key), item);
     } else if (entry.type == KelDeviceTree::ItemGenTLInterface) {
         erase(m_interfacesById, entry.recordId, item);
@@ -313,6 +315,7 @@ void KelDeviceTreeIndex::clear()
 {
     m_entries.clear();
     m_byId.clear();
+    m_cameras.clear();
     m_byContainerKey.clear();
     m_interfacesById.clear();
     m_interfacesByKey.clear();

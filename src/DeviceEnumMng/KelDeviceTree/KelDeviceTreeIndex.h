@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPair>
 #include <QString>
+#include <QVarLengthArray>
 #include <QVector>
 
 class QModelIndex;
@@ -53,9 +54,9 @@ private:
         bool operator==(const Entry &other) const;
     };
 
-    /// Items with one key. Sorted on demand: nearly always there is one.
+    /// Items with one key. Nearly always there is one, so it is kept in place; more are sorted on demand.
     struct Bucket {
-        QVector<QTreeWidgetItem *> items;
+        QVarLengthArray<QTreeWidgetItem *, 1> items;
         quint64 sortedAt = 0;
     };
 
@@ -63,6 +64,7 @@ private:
     using ContainerKey = QPair<int, QString>;
     using InterfaceKey = QPair<QString, uint>;
 
+    static bool isCamera(int itemType);
     static Entry entryOf(const QTreeWidgetItem *item);
 
     QTreeWidgetItem *itemOf(const QModelIndex &index) const;
@@ -89,6 +91,7 @@ private:
     quint64 m_order = 1; ///< changes with every change of the rows' order
     QHash<QTreeWidgetItem *, Entry> m_entries;
     QHash<IdKey, Bucket> m_byId;
+    QHash<int, Bucket> m_cameras; ///< of all four types, by identifier
     QHash<ContainerKey, Bucket> m_byContainerKey;
     QHash<int, Bucket> m_interfacesById;
     QHash<InterfaceKey, Bucket> m_interfacesByKey;

@@ -7,22 +7,54 @@
 #include <QVariant>
 
 #include <cstring>
+#include <memory>
 
-/// True when both values hold a record of one kind with the same bytes.
+/// The record that a value holds, without copying it; null for a value of another kind. Lives as long as the
+/// value.
 template <typename Record>
-bool holdSameRecord(const QVariant &left, const QVariant &right)
+const Record *recordIn(const QVariant &value)
 {
-    const int type = qMetaTypeId<Record>();
-    return left.userType() == type && right.userType() == type &&
-           std::memcmp(left.constData(), right.constData(), sizeof(Record)) == 0;
+    return value.userType() == qMetaTypeId<Record>() ? static_cast<const Record *>(value.constData()) : nullptr;
+}
+
+/// The record of an event: the one that the value holds, or an all-zero one for a value of another kind.
+template <typename Record>
+class RecordView
+{
+public:
+    /// @param value  kept as long as the view
+    explicit RecordView(const QVariant &value)
+        : m_value(value)
+        , m_record(recordIn<Record>(m_value))
+    {
+        if (!m_record) {
+            m_converted = std::make_unique<Record>(m_value.value<Record>());
+            m_record = m_converted.get();
+        }
+    }
+    const Record &operator*() const { return *m_record; }
+
+private:
+    const QVariant m_value;
+    std::unique_ptr<Record> m_converted;
+    const Record *m_record;
+};
+
+/// True when a value holds this record, byte for byte.
+template <typename Record>
+bool holdsRecord(const QVariant &value, const Record &record)
+{
+    const Record *held = recordIn<Record>(value);
+    return held && std::memcmp(held, &record, sizeof record) == 0;
 }
 
 /// Stores a record in an item as it came. A record that is there already is left alone: to a view every
 /// write is a change, and QVariant takes two equal records for different.
 template <typename Record>
-void setItemRecord(QTreeWidgetItem *item, const QVariant &record)
+void setItemRecord(QTreeWidgetItem *item, const QVariant &value)
 {
-    if (!holdSameRecord<Record>(item->data(0, KelDeviceTree::ItemInfoRole), record)) {
-        item->setData(0, KelDeviceTree::ItemInfoRole, record);
+    const Record *record = recordIn<Record>(value);
+    if (!record || !holdsRecord(item->data(0, KelDeviceTree::ItemInfoRole), *record)) {
+        item->setData(0, KelDeviceTree::ItemInfoRole, value);
     }
 }

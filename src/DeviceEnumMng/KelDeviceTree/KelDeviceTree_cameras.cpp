@@ -12,6 +12,9 @@
 #include "KelDeviceTreeGuard.h"
 #include "KelDeviceTreeLog.h"
 #include "KelDeviceTreeRecords.h"
+#include "KelSettledCameras.h"
+
+#include <CustomCtr/CustomPushButton.h>
 
 #include <QTreeWidgetItem>
 
@@ -156,7 +159,12 @@ void KelDeviceTreePrivate::onNewDevice(const QVariant &dataVar)
 
 void KelDeviceTreePrivate::onUpdateDeviceInfo(const QVariant &dataVar)
 {
-    const auto info = dataVar.value<KELA_STRUCT_DEVICE_INFO>();
+    const RecordView<KELA_STRUCT_DEVICE_INFO> view(dataVar);
+    const KELA_STRUCT_DEVICE_INFO &info = *view;
+    if (QTreeWidgetItem *settled = m_settled->find(info)) {
+        Q_EMIT q->sigUpdateDeviceItem(settled);
+        return;
+    }
     QTreeWidgetItem *item = findCameraItem(info.deviceId);
     if (!item) {
         q->onNewDevice(dataVar);
@@ -290,15 +298,24 @@ void KelDeviceTreePrivate::onUpdateGenTLDevice(const KELA_STRUCT_DEVICE_INFO &in
     }
 }
 
-void KelDeviceTreePrivate::updateCamera(QTreeWidgetItem *item, KELA_STRUCT_DEVICE_INFO info)
+void KelDeviceTreePrivate::updateCamera(QTreeWidgetItem *item, const KELA_STRUCT_DEVICE_INFO &info)
 {
-    const auto shown = item->data(0, KelDeviceTree::ItemInfoRole).value<KELA_STRUCT_DEVICE_INFO>();
-    if (isCameraConnet(shown.deviceState)) {
-        info.deviceState = shown.deviceState;
-    } else {
-        setItemIcon(item, static_cast<KELA_DEV_STATE>(info.deviceState));
+    const QVariant stored = item->data(0, KelDeviceTree::ItemInfoRole);
+    const auto *shown = recordIn<KELA_STRUCT_DEVICE_INFO>(stored);
+    if (shown && isCameraConnet(shown->deviceState)) {
+        KELA_STRUCT_DEVICE_INFO kept = info;
+        kept.deviceState = shown->deviceState;
+        setItemRecord<KELA_STRUCT_DEVICE_INFO>(item, QVariant::fromValue(kept));
+        return;
     }
-    setItemRecord<KELA_STRUCT_DEVICE_INFO>(item, QVariant::fromValue(info));
+    setItemIcon(item, static_cast<KELA_DEV_STATE>(info.deviceState));
+    if (!holdsRecord(stored, info)) {
+        item->setData(0, KelDeviceTree::ItemInfoRole, QVariant::fromValue(info));
+    }
+    // The update of a USB camera writes a line every time.
+    if (info.deviceInfo.transport != KELA_INTERFACE_TYPE_USB) {
+        m_settled->settle(info, item, m_rightBtns.value(info.deviceId));
+    }
 }
 
 void KelDeviceTreePrivate::deleteCameraItem(QTreeWidgetItem *item)
@@ -329,7 +346,9 @@ void KelDeviceTreePrivate::setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE sta
         item->setData(0, KelDeviceTree::ItemConnectedRole, *look.connected);
     }
     if (look.button) {
-        updateItemRightBtn(item->data(0, KelDeviceTree::ItemIdRole).toInt(), *look.button);
+        const int id = item->data(0, KelDeviceTree::ItemIdRole).toInt();
+        m_settled->forget(id);
+        updateItemRightBtn(id, *look.button);
     }
     // A grabbing GenTL device shows it whatever its item is.
     const int type = item->data(0, KelDeviceTree::ItemTypeRole).toInt();

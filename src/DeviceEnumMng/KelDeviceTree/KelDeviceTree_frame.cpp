@@ -7,6 +7,7 @@
 
 #include "KelDeviceTreeDelegate.h"
 #include "KelDeviceTreeIndex.h"
+#include "KelSettledCameras.h"
 
 #include <CustomCtr/CustomPushButton.h>
 #include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
@@ -43,6 +44,7 @@ void setUpView(KelDeviceTree *tree)
 
 KelDeviceTreePrivate::KelDeviceTreePrivate(KelDeviceTree *tree)
     : q(tree)
+    , m_settled(std::make_unique<KelSettledCameras>(tree))
     , m_index(std::make_unique<KelDeviceTreeIndex>(tree))
 {
     initDeviceInfo();

@@ -23,6 +23,7 @@ class CustomPushButton;
 class KelDeviceTreeGuard;
 class KelDeviceTreeIndex;
 class KelGenTLMenu;
+class KelSettledCameras;
 class QMimeData;
 class QModelIndex;
 class QTreeWidgetItem;
@@ -104,7 +105,7 @@ public:
     void onUpdateGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info);
     QTreeWidgetItem *newCamera(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent, int itemType,
                                const QString &label);
-    void updateCamera(QTreeWidgetItem *item, KELA_STRUCT_DEVICE_INFO info);
+    void updateCamera(QTreeWidgetItem *item, const KELA_STRUCT_DEVICE_INFO &info);
     void deleteCameraItem(QTreeWidgetItem *item);
     void setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE state);
     QString getSerialByInfo(const KELA_STRUCT_DEVICE_INFO &info);
@@ -215,11 +216,12 @@ public:
     KelGenTLMenu *m_genTLMenu = nullptr;              ///< producers: child of q
     QMap<QString, int> m_appliedCtiStates;            ///< producers: states by path, as applied last
     struct {
-        bool runs = false;                       ///< a change is being applied
-        bool again = false;                      ///< another one came meanwhile
-    } m_ctiChange;                               ///< producers
-    bool m_isLoading = false;                    ///< bridge: a search is shown on this tree's behalf
-    QList<EnumEventUserData *> m_userData;       ///< bridge: one per enumerator; owned
-    std::unique_ptr<KelRightButtons> m_buttons;  ///< actions: which of m_rightBtns live and are shown
-    std::unique_ptr<KelDeviceTreeIndex> m_index; ///< frame: look-ups
+        bool runs = false;                        ///< a change is being applied
+        bool again = false;                       ///< another one came meanwhile
+    } m_ctiChange;                                ///< producers
+    bool m_isLoading = false;                     ///< bridge: a search is shown on this tree's behalf
+    QList<EnumEventUserData *> m_userData;        ///< bridge: one per enumerator; owned
+    std::unique_ptr<KelRightButtons> m_buttons;   ///< actions: which of m_rightBtns live and are shown
+    std::unique_ptr<KelSettledCameras> m_settled; ///< cameras: rows that need no update
+    std::unique_ptr<KelDeviceTreeIndex> m_index;  ///< frame: look-ups
 };

@@ -34,3 +34,5 @@ foreach(subject
 endforeach()
 kel_add_qt_test(tst_keldevicelabels SOURCES tst_keldevicelabels.cpp
                 LIBRARIES TreeFixture DeviceTreeInside LABELS unit)
+kel_add_qt_test(tst_kelrecorddigest SOURCES tst_kelrecorddigest.cpp
+                LIBRARIES TreeFixture DeviceTreeInside LABELS unit)

@@ -9,6 +9,7 @@
 
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 using namespace TreeRecords;
@@ -38,6 +39,8 @@ KELA_STRUCT_DEVICE_INFO withGigeName(KELA_STRUCT_DEVICE_INFO info, const std::st
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::function<void(KelDeviceTree *, QTreeWidgetItem *, CustomPushButton *)>)
+
 class tst_KelDeviceTree_cameras : public QObject
 {
     Q_OBJECT
@@ -62,6 +65,11 @@ private Q_SLOTS:
     void updateStoresTheNewRecord();
     void unchangedUpdateChangesNothing();
     void unchangedUpdateStillSignals();
+    void whatTheHostChangedIsWrittenAgain_data();
+    void whatTheHostChangedIsWrittenAgain();
+    void rowThatWasMovedIsStillUpdated();
+    void newEncodingChangesTheLabelWithTheNextUpdate();
+    void firstOfTwoRowsWithOneIdentifierIsUpdated();
 
     void connectedCameraKeepsStateAndIconInUpdates_data();
     void connectedCameraKeepsStateAndIconInUpdates();
@@ -358,6 +366,94 @@ void tst_KelDeviceTree_cameras::unchangedUpdateStillSignals()
     m_tree->onUpdateDeviceInfo(variantOf(gigeDevice(1, "S1", "AA")));
 
     QCOMPARE(updated.count(), 1);
+}
+
+void tst_KelDeviceTree_cameras::whatTheHostChangedIsWrittenAgain_data()
+{
+    using Change = std::function<void(KelDeviceTree *, QTreeWidgetItem *, CustomPushButton *)>;
+    QTest::addColumn<Change>("change");
+    const auto row = [](const char *name, const Change &change) { QTest::newRow(name) << change; };
+    row("nothing", [](auto *, auto *, auto *) {});
+    row("label", [](auto *, auto *item, auto *) { item->setText(0, QStringLiteral("mine")); });
+    row("tool tip", [](auto *, auto *item, auto *) { item->setToolTip(0, QStringLiteral("mine")); });
+    row("icon", [](auto *, auto *item, auto *) { item->setIcon(0, QIcon()); });
+    row("connected role",
+        [](auto *, auto *item, auto *) { item->setData(0, KelDeviceTree::ItemConnectedRole, true); });
+    row("record",
+        [](auto *, auto *item, auto *) { item->setData(0, KelDeviceTree::ItemInfoRole, QVariant()); });
+    row("shown state", [](KelDeviceTree *tree, auto *item, auto *) {
+        tree->setCameraItemIcon(item, KELA_DEV_STATE_GIGE_CONNECTED);
+    });
+    row("button disabled", [](auto *, auto *, CustomPushButton *button) { button->setEnabled(false); });
+    // An interface whose identifier equals a camera's shares its button.
+    row("shared button", [](KelDeviceTree *tree, auto *, auto *) {
+        tree->onNewGenTLInterface(variantOf(TreeRecords::genTLInterface(1, "IF")));
+        tree->setCameraItemIcon(tree->findItem(KelDeviceTree::ItemGenTLInterface, 1),
+                                KELA_DEV_STATE_GENTL_INTERFACE_OPEN);
+    });
+}
+
+void tst_KelDeviceTree_cameras::whatTheHostChangedIsWrittenAgain()
+{
+    using Change = std::function<void(KelDeviceTree *, QTreeWidgetItem *, CustomPushButton *)>;
+    QFETCH(Change, change);
+    const KELA_STRUCT_DEVICE_INFO info = withGigeName(gigeDevice(1, "S1", "AA"), "Name");
+    QTreeWidgetItem *item = add(info);
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+    change(m_tree.get(), item, buttonOf(item));
+
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+
+    QCOMPARE(item->text(0), QStringLiteral("Name (S1)"));
+    QCOMPARE(item->toolTip(0), QStringLiteral("Name (S1)"));
+    QCOMPARE(item->icon(0).cacheKey(), iconKey(KELA_DEV_STATE_GIGE_FREE));
+    QCOMPARE(item->data(0, KelDeviceTree::ItemConnectedRole), QVariant(false));
+    QCOMPARE(recordOf<KELA_STRUCT_DEVICE_INFO>(item).deviceId, 1);
+    QVERIFY(buttonOf(item)->isEnabled());
+    QCOMPARE(buttonOf(item)->cBackgroundImage(Custom::StatusNormal),
+             QStringLiteral(":/KelToolBarBtn/item_connect.png"));
+}
+
+void tst_KelDeviceTree_cameras::rowThatWasMovedIsStillUpdated()
+{
+    const KELA_STRUCT_DEVICE_INFO info = gigeDevice(1, "S1", "AA");
+    QTreeWidgetItem *item = add(info);
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+    QTreeWidgetItem *card = item->parent();
+    gige()->addChild(card->takeChild(0));
+    QSignalSpy updated(m_tree.get(), &KelDeviceTree::sigUpdateDeviceItem);
+
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+
+    QCOMPARE(updated.count(), 1);
+    QCOMPARE(updated.at(0).at(0).value<QTreeWidgetItem *>(), item);
+}
+
+void tst_KelDeviceTree_cameras::newEncodingChangesTheLabelWithTheNextUpdate()
+{
+    const KELA_STRUCT_DEVICE_INFO info = withGigeName(gigeDevice(1, "S1", "AA"), "\xD6\xD0");
+    QTreeWidgetItem *item = add(info);
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+
+    KelInterface::SetEncodingType(KelInterface::EncodingGb18030);
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+
+    QCOMPARE(item->text(0), QString(QChar(0x4E2D)) + QStringLiteral(" (S1)"));
+}
+
+void tst_KelDeviceTree_cameras::firstOfTwoRowsWithOneIdentifierIsUpdated()
+{
+    const KELA_STRUCT_DEVICE_INFO info = gigeDevice(1, "S1", "AA");
+    QTreeWidgetItem *item = add(info);
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+    QTreeWidgetItem *above = inside().newTreeItem(item->parent(), KelDeviceTree::ItemGigECamera, 0);
+    above->setData(0, KelDeviceTree::ItemIdRole, 1);
+    QSignalSpy updated(m_tree.get(), &KelDeviceTree::sigUpdateDeviceItem);
+
+    m_tree->onUpdateDeviceInfo(variantOf(info));
+
+    QCOMPARE(updated.at(0).at(0).value<QTreeWidgetItem *>(), above);
 }
 
 void tst_KelDeviceTree_cameras::connectedCameraKeepsStateAndIconInUpdates_data()
