@@ -77,10 +77,10 @@ void listEverything(ProducerSession &session)
 
 #if defined(__SANITIZE_ADDRESS__)
 // A producer that leaks is no reason to refuse it.
-extern "C" const char *__asan_default_options();
-extern "C" const char *__asan_default_options() // NOLINT(bugprone-reserved-identifier)
+extern "C" __attribute__((visibility("default"))) int __lsan_is_turned_off();
+extern "C" int __lsan_is_turned_off() // NOLINT(bugprone-reserved-identifier)
 {
-    return "detect_leaks=0";
+    return 1;
 }
 #endif
 
