@@ -44,10 +44,11 @@ int CDevicesEnum::Init(KELA_INTERFACE_TYPE nInterfaceType, bool bLibraryEnumFlag
 {
     m_interfaceType = nInterfaceType;
     m_libraryEnumFlag = bLibraryEnumFlag;
-    m_running = true;
     if (!m_deviceAccess) {
         m_deviceAccess = std::make_unique<KelAIndustryControl>();
     }
+    // After what the worker uses: a pass may be requested already.
+    m_running = true;
     if (!m_worker.isRunning()) {
         m_workerEnded = false;
         m_worker = runOnEnumeratorPool(&CDevicesEnum::startProc, this);
