@@ -254,9 +254,8 @@ bool KelDeviceTreePrivate::isNetWorkCameraConnected(QTreeWidgetItem *netItem)
 
 CustomPushButton *KelDeviceTreePrivate::livingButton(const QVariant &roleValue) const
 {
-    // Only compared with what lives, never followed: the row may outlive its button.
-    auto *button = reinterpret_cast<CustomPushButton *>(static_cast<quintptr>(roleValue.toULongLong()));
-    return m_buttons && m_buttons->isAlive(button) ? button : nullptr;
+    // Only looked up among what lives, never followed: the row may outlive its button.
+    return m_buttons ? m_buttons->at(static_cast<quintptr>(roleValue.toULongLong())) : nullptr;
 }
 
 KelRightButtons &KelDeviceTreePrivate::rightButtons()

@@ -18,6 +18,12 @@ constexpr int kLargestButtonHeight = 32;
 constexpr int kDistanceFromRightEdge = 32;
 // The images stand at the top of the buttons, so the buttons stand lower than the middle of their rows.
 constexpr int kDistanceBelowMiddle = 7;
+
+quintptr addressOf(const CustomPushButton *button)
+{
+    return reinterpret_cast<quintptr>(button);
+}
+
 } // namespace
 
 KelRightButtons::KelRightButtons(QTreeWidget *tree, std::function<void()> hideAll)
@@ -28,41 +34,37 @@ KelRightButtons::KelRightButtons(QTreeWidget *tree, std::function<void()> hideAl
 
 void KelRightButtons::add(CustomPushButton *button)
 {
-    m_living.insert(button);
+    m_living.insert(addressOf(button), button);
     if (!button->isHidden()) {
         m_shown.insert(button);
     }
     button->installEventFilter(this);
-    connect(button, &QObject::destroyed, this, [this, button] {
-        m_living.remove(button);
-        m_shown.remove(button);
+    QWidget *widget = button;
+    connect(button, &QObject::destroyed, this, [this, widget, address = addressOf(button)] {
+        m_living.remove(address);
+        m_shown.remove(widget);
     });
 }
 
 void KelRightButtons::remove(CustomPushButton *button)
 {
     button->removeEventFilter(this);
-    m_living.remove(button);
+    m_living.remove(addressOf(button));
     m_shown.remove(button);
-}
-
-bool KelRightButtons::isAlive(const CustomPushButton *button) const
-{
-    return m_living.contains(button);
 }
 
 void KelRightButtons::showOnly(CustomPushButton *button)
 {
     m_row = QPersistentModelIndex();
-    const QSet<CustomPushButton *> shown = m_shown;
-    for (CustomPushButton *other : shown) {
+    const QSet<QWidget *> shown = m_shown;
+    for (QWidget *other : shown) {
         // Hiding one sends events, and whoever handles them may take another away.
         if (other != button && m_shown.contains(other)) {
             updateRowBelow(*other);
             other->hide();
         }
     }
-    if (isAlive(button) && button->isHidden()) {
+    if (at(addressOf(button)) && button->isHidden()) {
         button->show();
         updateRowBelow(*button);
     }
@@ -110,9 +112,8 @@ void KelRightButtons::hideStray()
     const QRect rowRect = m_tree->visualRect(m_row);
     const QRect place = placeIn(rowRect);
     const bool stands = !rowRect.isEmpty() &&
-                        std::all_of(m_shown.cbegin(), m_shown.cend(), [&place](const CustomPushButton *button) {
-                            return button->geometry() == place;
-                        });
+                        std::all_of(m_shown.cbegin(), m_shown.cend(),
+                                    [&place](const QWidget *button) { return button->geometry() == place; });
     if (!stands) {
         m_hideAll();
     }
@@ -131,7 +132,7 @@ bool KelRightButtons::eventFilter(QObject *watched, QEvent *event)
         filterViewport(event);
         return false;
     }
-    auto *button = static_cast<CustomPushButton *>(watched);
+    auto *button = static_cast<QWidget *>(watched);
     switch (event->type()) {
     case QEvent::ShowToParent:
         m_shown.insert(button);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QPersistentModelIndex>
 #include <QSet>
@@ -34,8 +35,9 @@ public:
     void add(CustomPushButton *button);
     /// A button that is about to be disposed of counts as gone from now on.
     void remove(CustomPushButton *button);
-    /// True for a button that was added and is neither removed nor destroyed. Any pointer may be asked about.
-    bool isAlive(const CustomPushButton *button) const;
+    /// The button at an address, when one lives there that was added and is neither removed nor destroyed.
+    /// Any number may be asked about.
+    CustomPushButton *at(quintptr address) const { return m_living.value(address); }
 
     /// Makes every button visible exactly when it is @p button; null hides all. Paints the rows below those
     /// that it changes, and nothing when it changes none: painting calls this, and must come to an end.
@@ -65,7 +67,8 @@ private:
 
     QTreeWidget *m_tree;
     std::function<void()> m_hideAll;
-    QSet<const CustomPushButton *> m_living;
-    QSet<CustomPushButton *> m_shown;
+    QHash<quintptr, CustomPushButton *> m_living; ///< by address
+    /// As widgets: a button that is being destroyed tells that it hides when nothing else of it is left.
+    QSet<QWidget *> m_shown;
     QPersistentModelIndex m_row;
 };
