@@ -36,3 +36,8 @@ kel_add_qt_test(tst_keldevicelabels SOURCES tst_keldevicelabels.cpp
                 LIBRARIES TreeFixture DeviceTreeInside LABELS unit)
 kel_add_qt_test(tst_kelrecorddigest SOURCES tst_kelrecorddigest.cpp
                 LIBRARIES TreeFixture DeviceTreeInside LABELS unit)
+
+# The shipped library, with the scripted device access in the place of the real one.
+kel_add_qt_test(tst_keldevicetree_shipped SOURCES tst_keldevicetree_shipped.cpp
+                LIBRARIES DeviceEnumMng ScriptedAccessClient LABELS widget)
+kel_use_scripted_access(tst_keldevicetree_shipped)
