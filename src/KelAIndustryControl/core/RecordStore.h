@@ -23,9 +23,10 @@ public:
     void give(std::vector<Record> &&records, Record *(&list)[Limit], std::uint32_t &count, const char *kind)
     {
         const std::size_t leftOut = records.size() > Limit ? records.size() - Limit : 0;
-        if (leftOut != m_leftOut && leftOut)
+        if (leftOut != m_leftOut && leftOut) {
             logLine(KELA_LOG_WARNING, std::string(kind) + ": a list holds " + std::to_string(Limit) +
                                           ", left out: " + std::to_string(leftOut));
+        }
         m_leftOut = leftOut;
         records.resize(records.size() - leftOut);
         m_records = std::move(records);

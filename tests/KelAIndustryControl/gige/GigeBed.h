@@ -14,6 +14,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace kelatest
 {
@@ -46,9 +47,10 @@ struct GigeBed : testing::Test {
     {
         cameras.reset();
         wire.reset();
-        for (const char *card : {"h0", "h1"})
+        for (const char *card : {"h0", "h1"}) {
             if (::system((std::string("ip link del ") + card + " 2>/dev/null").c_str()) != 0) // NOLINT
                 continue;
+        }
     }
 
     unsigned int enumerate() { return access.EnumDevices(KELA_INTERFACE_TYPE_GIGE, &list, false); }
@@ -61,11 +63,28 @@ struct GigeBed : testing::Test {
         return result;
     }
 
+    std::vector<std::string> orderedSerials() const
+    {
+        std::vector<std::string> result;
+        for (std::uint32_t i = 0; i < list.count; ++i)
+            result.emplace_back(fixedText(list.devices[i]->serialNumber));
+        return result;
+    }
+
+    /// Whether an object of its own can take control.
+    unsigned int connect(const std::string &serial)
+    {
+        KelAIndustryControl opened;
+        const unsigned int chosen = opened.Init(find(serial), false);
+        return chosen != 0 ? chosen : opened.Connect(KELA_ACCESS_CONTROL);
+    }
+
     KELA_DEVICE_INFO_EX *find(const std::string &serial)
     {
-        for (std::uint32_t i = 0; i < list.count; ++i)
+        for (std::uint32_t i = 0; i < list.count; ++i) {
             if (fixedText(list.devices[i]->serialNumber) == serial)
                 return list.devices[i];
+        }
         ADD_FAILURE() << serial << " is not listed";
         static KELA_DEVICE_INFO_EX none;
         none = {};

@@ -3,6 +3,8 @@
 
 #include <KelAIndustryControl/gige/GvcpSocket.h>
 
+#include <gtest/gtest.h>
+
 #include <arpa/inet.h>
 #include <net/if.h>
 #include <netinet/in.h>
@@ -36,7 +38,7 @@ sockaddr_in endpoint(std::uint32_t address, std::uint16_t port)
 template <std::size_t Size>
 void putText(char (&field)[Size], const std::string &text)
 {
-    std::memcpy(field, text.data(), std::min(text.size(), Size));
+    text.copy(field, Size);
 }
 
 Datagram acknowledge(std::uint16_t status, std::uint16_t code, std::uint16_t id, const void *payload,
@@ -101,10 +103,11 @@ SmallCameras::SmallCameras(WireNamespace *wire)
 
 void SmallCameras::runThere(const std::function<void()> &function)
 {
-    if (m_wire)
+    if (m_wire) {
         m_wire->run(function);
-    else
+    } else {
         function();
+    }
 }
 
 SmallCameras::~SmallCameras()
@@ -133,9 +136,10 @@ void SmallCameras::addBeside(const SmallCamera &camera, const std::string &card)
 void SmallCameras::edit(const std::string &serial, const std::function<void(SmallCamera &)> &change)
 {
     const std::lock_guard lock(m_mutex);
-    for (Played &played : m_cameras)
+    for (Played &played : m_cameras) {
         if (played.camera.serial == serial)
             change(played.camera);
+    }
 }
 
 SmallCamera SmallCameras::look(const std::string &serial)
@@ -201,7 +205,10 @@ bool SmallCameras::receive(Request &request) const
     request.sender = ntohl(peer.sin_addr.s_addr);
     request.senderPort = ntohs(peer.sin_port);
     in_pktinfo info = {};
-    std::memcpy(&info, CMSG_DATA(CMSG_FIRSTHDR(&message)), sizeof info);
+    const cmsghdr *head = CMSG_FIRSTHDR(&message);
+    if (!head)
+        return false;
+    std::memcpy(&info, CMSG_DATA(head), sizeof info);
     request.destination = ntohl(info.ipi_addr.s_addr);
     request.cardIndex = static_cast<unsigned int>(info.ipi_ifindex);
     return true;
@@ -220,12 +227,13 @@ void SmallCameras::handle(const Request &request)
         if (!played.camera.isPlugged || (isForOne && played.camera.address != request.destination) ||
             (!isForOne && played.cardIndex != request.cardIndex))
             continue;
-        if (commandOf(request.bytes) == kForceIpCommand)
+        if (commandOf(request.bytes) == kForceIpCommand) {
             moveTo(played.camera, request);
-        else if (isDiscovery)
+        } else if (isDiscovery) {
             discover(played, request);
-        else if (isForOne)
+        } else if (isForOne) {
             access(played, request);
+        }
     }
 }
 
@@ -244,9 +252,10 @@ void SmallCameras::discover(Played &played, const Request &request)
     if (camera.spoil)
         camera.spoil(bytes);
     const std::uint32_t to = camera.answersByBroadcast ? INADDR_BROADCAST : request.sender;
-    for (int i = 0; i < camera.copies; ++i)
+    for (int i = 0; i < camera.copies; ++i) {
         m_outgoing.push_back({Clock::now() + camera.discoveryDelay, bytes, camera.address, camera.sourcePort,
                               to, request.senderPort, request.cardIndex});
+    }
 }
 
 void SmallCameras::moveTo(SmallCamera &camera, const Request &request)
@@ -337,8 +346,9 @@ void SmallCameras::send(const Outgoing &outgoing) const
     const bool isFromOtherPort = outgoing.fromPort != kGvcpPort;
     const int other = isFromOtherPort ? ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0) : -1;
     const sockaddr_in source = endpoint(outgoing.from, outgoing.fromPort);
-    if (isFromOtherPort)
-        ::bind(other, reinterpret_cast<const sockaddr *>(&source), sizeof source);
+    if (isFromOtherPort) {
+        EXPECT_EQ(::bind(other, reinterpret_cast<const sockaddr *>(&source), sizeof source), 0);
+    }
     sockaddr_in peer = endpoint(outgoing.to, outgoing.toPort);
     iovec content{const_cast<std::uint8_t *>(outgoing.bytes.data()), outgoing.bytes.size()};
     alignas(cmsghdr) char control[CMSG_SPACE(sizeof(in_pktinfo))] = {};

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "WireNamespace.h"
 
+#include <net/if.h>
 #include <sched.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -12,6 +15,22 @@
 
 namespace kelatest
 {
+namespace
+{
+
+constexpr int kLongestCarrierWait = 5000; // milliseconds
+
+bool isRunning(const std::string &card)
+{
+    const int any = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    ifreq request = {};
+    card.copy(request.ifr_name, IFNAMSIZ - 1);
+    const bool isKnown = ::ioctl(any, SIOCGIFFLAGS, &request) == 0;
+    ::close(any);
+    return isKnown && (request.ifr_flags & IFF_RUNNING) != 0;
+}
+
+} // namespace
 
 void hostShell(const std::string &command)
 {
@@ -85,13 +104,28 @@ void WireNamespace::shell(const std::string &command)
 void WireNamespace::addCard(const std::string &hostCard, const std::string &hostAddresses,
                             const std::string &wireCard)
 {
-    hostShell("ip link add " + hostCard + " type veth peer name " + wireCard + " netns " +
-              std::to_string(m_threadId));
+    std::ostringstream pair;
+    pair << "ip link add " << hostCard << " type veth peer name " << wireCard << " netns " << m_threadId;
+    hostShell(pair.str());
     std::istringstream addresses(hostAddresses);
     for (std::string address; std::getline(addresses, address, ',');)
         hostShell("ip addr add " + address + " brd + dev " + hostCard);
     hostShell("ip link set " + hostCard + " up");
     shell("ip link set " + wireCard + " up");
+    waitForCarrier(hostCard, wireCard);
+}
+
+// The kernel lets a fresh card wait for up to a second and meanwhile drops what is sent.
+void WireNamespace::waitForCarrier(const std::string &hostCard, const std::string &wireCard)
+{
+    bool isWireReady = false;
+    for (int i = 0; i < kLongestCarrierWait; ++i) {
+        run([&] { isWireReady = isRunning(wireCard); });
+        if (isWireReady && isRunning(hostCard))
+            return;
+        ::usleep(1000);
+    }
+    throw std::runtime_error("no carrier on " + hostCard);
 }
 
 } // namespace kelatest

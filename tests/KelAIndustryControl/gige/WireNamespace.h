@@ -34,6 +34,7 @@ public:
     void addCard(const std::string &hostCard, const std::string &hostAddresses, const std::string &wireCard);
 
 private:
+    void waitForCarrier(const std::string &hostCard, const std::string &wireCard);
     void live();
 
     std::mutex m_mutex; // guards all below

@@ -32,6 +32,7 @@ public:
     explicit Program(std::vector<std::string> arguments)
     {
         std::vector<char *> raw;
+        raw.reserve(arguments.size() + 1);
         for (std::string &argument : arguments)
             raw.push_back(argument.data());
         raw.push_back(nullptr);
@@ -100,9 +101,9 @@ struct ArvCameras : testing::Test {
         KelAIndustryControl access;
         KELA_DEVICE_INFO_LIST list = {};
         const TimePoint deadline = Clock::now() + std::chrono::seconds{20};
-        do
+        do {
             ASSERT_EQ(access.EnumDevices(1, &list, false), 0U);
-        while (!fact(list) && Clock::now() < deadline);
+        } while (!fact(list) && Clock::now() < deadline);
     }
 };
 
@@ -111,6 +112,16 @@ bool isFree(KelAIndustryControl &access, KELA_DEVICE_INFO_EX *info)
     bool accessible = false;
     EXPECT_EQ(access.IsDeviceAccessible(info, KELA_ACCESS_CONTROL, &accessible), 0U);
     return accessible;
+}
+
+void expectFakeCamera(const KELA_DEVICE_INFO_EX &info)
+{
+    const std::string serial(fixedText(info.serialNumber));
+    EXPECT_EQ(info.special.gige.currentIp, kHost + std::stoul(serial.substr(1))) << serial;
+    EXPECT_EQ(fixedText(info.modelName), "Fake");
+    EXPECT_EQ(fixedText(info.special.gige.manufacturerName), "Aravis");
+    EXPECT_EQ(info.special.gige.hostIp, kHost);
+    EXPECT_EQ(info.placement, static_cast<std::uint32_t>(KELA_PLACEMENT_REAL));
 }
 
 } // namespace
@@ -124,14 +135,8 @@ TEST_F(ArvCameras, sixteenAreAllListedByTheFirstPassOfAnObject)
 
     ASSERT_EQ(list.count, 16U);
     for (std::uint32_t i = 0; i < list.count; ++i) {
-        KELA_DEVICE_INFO_EX *info = list.devices[i];
-        const std::string serial(fixedText(info->serialNumber));
-        EXPECT_EQ(info->special.gige.currentIp, kHost + std::stoul(serial.substr(1))) << serial;
-        EXPECT_EQ(fixedText(info->modelName), "Fake");
-        EXPECT_EQ(fixedText(info->special.gige.manufacturerName), "Aravis");
-        EXPECT_EQ(info->special.gige.hostIp, kHost);
-        EXPECT_EQ(info->placement, static_cast<std::uint32_t>(KELA_PLACEMENT_REAL));
-        EXPECT_TRUE(isFree(access, info)) << serial;
+        expectFakeCamera(*list.devices[i]);
+        EXPECT_TRUE(isFree(access, list.devices[i]));
     }
 }
 

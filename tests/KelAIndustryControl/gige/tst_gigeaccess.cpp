@@ -56,6 +56,13 @@ struct GigeAccess : testing::Test {
 
     void change(const std::function<void(SmallCamera &)> &edit) { cameras->edit("SN2", edit); }
 
+    static void expectStreamNodes(KelAIndustryControl &access)
+    {
+        EXPECT_EQ(node(access, "GevSCDA"), 0xEF010203);
+        EXPECT_EQ(node(access, "GevSCPHostPort"), 0x1388);
+        EXPECT_EQ(node(access, "GevSCPInterfaceIndex"), 1);
+    }
+
     static long long node(KelAIndustryControl &access, const char *name)
     {
         KELCC_INTVALUE_EX_T value;
@@ -178,9 +185,7 @@ TEST_F(GigeAccess, integerNodesHaveTheirValuesAndLimits)
     ASSERT_EQ(access.Init(&info, false), 0U);
     ASSERT_EQ(access.Connect(KELA_ACCESS_MONITOR), 0U);
 
-    EXPECT_EQ(node(access, "GevSCDA"), 0xEF010203);
-    EXPECT_EQ(node(access, "GevSCPHostPort"), 0x1388);
-    EXPECT_EQ(node(access, "GevSCPInterfaceIndex"), 1);
+    expectStreamNodes(access);
     EXPECT_EQ(node(access, "GevHeartbeatTimeout"), 3000);
     EXPECT_EQ(node(access, "GevCurrentIPAddress"), kHost + 1);
     EXPECT_EQ(node(access, "GevPrimaryApplicationIPAddress"), 0xC0A83263);

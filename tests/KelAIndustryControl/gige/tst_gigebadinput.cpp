@@ -121,10 +121,11 @@ TEST_F(GigeBadInput, threeHundredCamerasGiveTheFirst256AndALineWithTheRest)
         camera.hardwareAddress = 0x020000000000 + number;
         camera.serial = "N" + std::to_string(number);
         camera.address = 0xC0A83200 + 2 + number % 250;
-        if (number <= 250)
+        if (number <= 250) {
             cameras->add(camera, "c0");
-        else
+        } else {
             cameras->addBeside(camera, "c0");
+        }
     }
     ASSERT_EQ(enumerate(), 0U);
 

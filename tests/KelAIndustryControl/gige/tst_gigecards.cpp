@@ -87,9 +87,7 @@ TEST_F(GigeCards, twoLinkLocalCardsEachReachTheirOwnCamera)
     EXPECT_TRUE(isAccessible("SN2"));
     EXPECT_TRUE(isAccessible("SN3"));
     for (const char *serial : {"SN2", "SN3"}) {
-        KelAIndustryControl opened;
-        ASSERT_EQ(opened.Init(find(serial), false), 0U);
-        EXPECT_EQ(opened.Connect(KELA_ACCESS_CONTROL), 0U) << serial;
+        EXPECT_EQ(connect(serial), 0U) << serial;
     }
 }
 
@@ -113,9 +111,7 @@ TEST_F(GigeCards, sameAddressOnTwoCardsStillReachesBothCameras)
     ASSERT_EQ(list.count, 2U);
     for (const char *serial : {"SN2", "SN3"}) {
         EXPECT_TRUE(isAccessible(serial)) << serial;
-        KelAIndustryControl opened;
-        ASSERT_EQ(opened.Init(find(serial), false), 0U);
-        EXPECT_EQ(opened.Connect(KELA_ACCESS_CONTROL), 0U) << serial;
+        EXPECT_EQ(connect(serial), 0U) << serial;
     }
 }
 
@@ -155,9 +151,7 @@ TEST_F(GigeCards, cameraOnOneWireWithTwoCardsIsListedOnceAndReachable)
         ASSERT_EQ(list.count, 1U);
         EXPECT_EQ(list.devices[0]->special.gige.hostIp, hostIp);
     }
-    KelAIndustryControl opened;
-    ASSERT_EQ(opened.Init(find("SN2"), false), 0U);
-    EXPECT_EQ(opened.Connect(KELA_ACCESS_CONTROL), 0U);
+    EXPECT_EQ(connect("SN2"), 0U);
 }
 
 TEST_F(GigeCards, cameraOnThisHostIsVirtual)

@@ -22,16 +22,14 @@ TEST_F(GigeDiscovery, camerasAreListedWithWhatTheyTellInAStableOrder)
 
     for (int pass = 0; pass < 3; ++pass) {
         ASSERT_EQ(enumerate(), 0U);
-        ASSERT_EQ(list.count, 3U);
-        EXPECT_EQ(fixedText(list.devices[0]->serialNumber), "SN3");
-        EXPECT_EQ(fixedText(list.devices[1]->serialNumber), "SN7");
-        EXPECT_EQ(fixedText(list.devices[2]->serialNumber), "SN12");
-        EXPECT_EQ(list.devices[0]->special.gige.currentIp, kHost + 2);
-        EXPECT_EQ(list.devices[0]->special.gige.subnetMask, 0xFFFFFF00U);
-        EXPECT_EQ(list.devices[0]->special.gige.hostIp, kHost);
-        EXPECT_EQ(fixedText(list.devices[0]->special.gige.manufacturerName), "Vendor");
-        EXPECT_EQ(fixedText(list.devices[0]->modelName), "Model");
+        EXPECT_EQ(orderedSerials(), (std::vector<std::string>{"SN3", "SN7", "SN12"}));
     }
+    const KELA_DEVICE_INFO_EX &info = *find("SN3");
+    EXPECT_EQ(info.special.gige.currentIp, kHost + 2);
+    EXPECT_EQ(info.special.gige.subnetMask, 0xFFFFFF00U);
+    EXPECT_EQ(info.special.gige.hostIp, kHost);
+    EXPECT_EQ(fixedText(info.special.gige.manufacturerName), "Vendor");
+    EXPECT_EQ(fixedText(info.modelName), "Model");
 }
 
 TEST_F(GigeDiscovery, knownCamerasDoNotMakeAPassLong)
