@@ -23,7 +23,6 @@ kel_qt_settings(TreeFixture)
 kel_compile_settings(TreeFixture)
 
 foreach(subject
-    keldevicetree_bridge
     keldevicetree_cameras
     keldevicetree_containers
     keldevicetree_frame
@@ -36,6 +35,10 @@ kel_add_qt_test(tst_keldevicelabels SOURCES tst_keldevicelabels.cpp
                 LIBRARIES TreeFixture DeviceTreeInside LABELS unit)
 kel_add_qt_test(tst_kelrecorddigest SOURCES tst_kelrecorddigest.cpp
                 LIBRARIES TreeFixture DeviceTreeInside LABELS unit)
+
+# Events cross from the workers' threads: also for the thread checker.
+kel_add_qt_test(tst_keldevicetree_bridge SOURCES tst_keldevicetree_bridge.cpp
+                LIBRARIES TreeFixture DeviceTreeInside LABELS widget threads)
 
 # The shipped library, with the scripted device access in the place of the real one.
 kel_add_qt_test(tst_keldevicetree_shipped SOURCES tst_keldevicetree_shipped.cpp
