@@ -52,7 +52,7 @@ std::vector<CameraSettings> readCameraFile(const std::string &path, const std::s
     std::string line;
     for (int number = 1; std::getline(file, line); ++number) {
         if (!readLine(line, defaults, cameras, error)) {
-            error = path + ":" + std::to_string(number) + ": " + error;
+            error.insert(0, path + ":" + std::to_string(number) + ": ");
             return {};
         }
     }

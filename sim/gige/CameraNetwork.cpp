@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
+#include <system_error>
 
 namespace kelsim
 {
@@ -18,7 +18,7 @@ CameraNetwork::CameraNetwork(bool managesAddresses)
 static std::string portError(uint32_t address)
 {
     return "cannot listen on " + addressText(address) + " port " + std::to_string(kGvcpPort) + ": " +
-           std::strerror(errno);
+           std::generic_category().message(errno);
 }
 
 std::string CameraNetwork::open()
@@ -34,6 +34,7 @@ std::string CameraNetwork::open()
 std::string CameraNetwork::add(const std::vector<CameraSettings> &cameras)
 {
     std::vector<std::pair<std::string, CameraPlace>> places;
+    places.reserve(cameras.size());
     for (const CameraSettings &camera : cameras) {
         places.emplace_back(camera.card, camera.place);
     }

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <system_error>
 
 namespace kelsim
 {
@@ -64,7 +65,7 @@ std::string ControlChannel::listen(const std::string &path)
     Descriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     if (bind(listener.number(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 ||
         ::listen(listener.number(), 8) != 0) {
-        return "cannot listen on " + path + ": " + std::strerror(errno);
+        return "cannot listen on " + path + ": " + std::generic_category().message(errno);
     }
     m_listener = std::move(listener);
     m_path = path;

@@ -245,7 +245,7 @@ std::string steerCameras(CameraNetwork &network, const Words &words)
         return "there is no camera '" + words[1] + "'";
     }
     for (SimulatedCamera *camera : cameras) {
-        const std::string error = verb->second.action(network, *camera, words);
+        std::string error = verb->second.action(network, *camera, words);
         if (!error.empty()) {
             return error;
         }

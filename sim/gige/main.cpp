@@ -71,7 +71,7 @@ std::string readOptions(int argc, char **argv, Options &options)
     for (int i = 1; i < argc; ++i) {
         const std::string option = argv[i];
         if (option == "--card" || option == "--control" || isSource(option)) {
-            const std::string error = readOptionWithText(option, i + 1 < argc ? argv[i + 1] : nullptr, options);
+            std::string error = readOptionWithText(option, i + 1 < argc ? argv[i + 1] : nullptr, options);
             if (!error.empty()) {
                 return error;
             }
@@ -134,7 +134,7 @@ Descriptor openStopSignals()
     sigemptyset(&stop);
     sigaddset(&stop, SIGINT);
     sigaddset(&stop, SIGTERM);
-    sigprocmask(SIG_BLOCK, &stop, nullptr);
+    pthread_sigmask(SIG_BLOCK, &stop, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
     return Descriptor(signalfd(-1, &stop, SFD_CLOEXEC));
 }
@@ -216,7 +216,7 @@ int main(int argc, char **argv)
         return 0;
     }
     if (!options.command.empty()) {
-        const char *const path = std::getenv("KEL_SIM_CONTROL");
+        const char *const path = std::getenv("KEL_SIM_CONTROL"); // NOLINT(concurrency-mt-unsafe): one thread
         return tellSimulator(options.controlPath.empty() && path != nullptr ? path : options.controlPath,
                              options.command);
     }

@@ -75,7 +75,7 @@ struct ListResult {
     QStringList texts(const QString &array, const QString &field) const
     {
         QStringList texts;
-        for (const QJsonValue &entry : json[array].toArray()) {
+        for (const auto &entry : json[array].toArray()) {
             texts.append(entry.toObject()[field].toVariant().toString());
         }
         return texts;

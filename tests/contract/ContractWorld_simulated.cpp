@@ -53,7 +53,7 @@ public:
 private:
     static int connectToSimulator()
     {
-        const char *const path = std::getenv("KEL_SIM_CONTROL");
+        const char *const path = std::getenv("KEL_SIM_CONTROL"); // NOLINT(concurrency-mt-unsafe)
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
         std::strncpy(address.sun_path, path == nullptr ? "" : path, sizeof address.sun_path - 1);
