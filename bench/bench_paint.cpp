@@ -55,7 +55,7 @@ void paintPage(benchmark::State &state)
     showPage(*tree);
     tree->verticalScrollBar()->setValue(tree->verticalScrollBar()->maximum() / 2);
     QPixmap page(tree->viewport()->size());
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         tree->viewport()->render(&page);
     }
     state.counters["rows"] = benchmark::Counter(kPageRows * static_cast<double>(state.iterations()),
@@ -78,7 +78,7 @@ void hoverAcrossThousandRows(benchmark::State &state)
     const auto tree = treeWith(static_cast<int>(state.range(0)));
     showPage(*tree);
     int shown = 0;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         QPoint before;
         for (int camera = 1; camera <= kRows; ++camera) {
             QTreeWidgetItem *item = tree->findCameraItem(camera);
@@ -117,7 +117,7 @@ void setStayTopList(benchmark::State &state)
     showPage(*tree);
     const QStringList lists[] = {everyNth(cameras, false), everyNth(cameras, true)};
     bool reversed = false;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         tree->setStayTopList(lists[reversed ? 1 : 0]);
         QCoreApplication::processEvents();
         reversed = !reversed;
@@ -140,7 +140,7 @@ void keepOneMoreOnTop(benchmark::State &state)
     showPage(*tree);
     const QStringList fewer = everyNth(cameras, false);
     bool more = false;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         more = !more;
         tree->setStayTopList(more ? fewer + QStringList{serialOf(cameras - 1)} : fewer);
         QCoreApplication::processEvents();
@@ -165,7 +165,7 @@ void listedCamerasArrive(benchmark::State &state)
         listed.append(QStringLiteral("top-%1").arg(entry));
     }
     tree->setStayTopList(listed);
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         for (int entry = 0; entry < kStayTopEntries; ++entry) {
             addDevice(*tree, gigeRecord(100000 + entry, listed.at(entry).toStdString()));
         }
@@ -187,7 +187,7 @@ void showOneButton(benchmark::State &state)
     const auto tree = treeWith(cameras);
     CustomPushButton *buttons[] = {buttonOf(tree->findCameraItem(1)), buttonOf(tree->findCameraItem(cameras))};
     bool last = false;
-    for (auto turn : state) {
+    for ([[maybe_unused]] auto turn : state) {
         tree->setCurRightBtn(buttons[last ? 1 : 0], false);
         last = !last;
     }

@@ -6,6 +6,7 @@
 
 #include <QCursor>
 #include <QEvent>
+#include <QStyleFactory>
 #include <QTest>
 #include <QTreeWidgetItem>
 
@@ -76,8 +77,8 @@ KelDeviceTreePrivate &privateOf(KelDeviceTree &tree)
 
 CustomPushButton *buttonOf(const QTreeWidgetItem *item)
 {
-    const quint64 value = item->data(0, KelDeviceTree::ItemRightBtnRole).toULongLong();
-    return reinterpret_cast<CustomPushButton *>(static_cast<quintptr>(value));
+    const auto *tree = static_cast<const KelDeviceTree *>(item->treeWidget());
+    return KelDeviceTreePrivate::of(tree)->livingButton(item->data(0, KelDeviceTree::ItemRightBtnRole));
 }
 
 QStringList rowsBelow(KelDeviceTree &tree, const QTreeWidgetItem *parent)
@@ -110,6 +111,50 @@ void hover(KelDeviceTree &tree, const QPoint &place)
 void hoverRow(KelDeviceTree &tree, const QTreeWidgetItem *item)
 {
     hover(tree, tree.visualItemRect(item).center());
+}
+
+void settle()
+{
+    for (int turn = 0; turn < 5; ++turn) {
+        QCoreApplication::processEvents();
+    }
+}
+
+bool soon(const std::function<bool()> &fact)
+{
+    return QTest::qWaitFor(fact, 5000);
+}
+
+RecordingStyle::RecordingStyle()
+    : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+{
+}
+
+void RecordingStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                                 const QWidget *widget) const
+{
+    if (element == CE_ItemViewItem) {
+        const auto *row = qstyleoption_cast<const QStyleOptionViewItem *>(option);
+        drawn.insert(row->index, *row);
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+WatchedTree::WatchedTree()
+{
+    style.setParent(this);
+    setStyle(&style);
+    viewport()->setStyle(&style);
+}
+
+WatchedTree::~WatchedTree()
+{
+    style.setParent(nullptr);
+}
+
+QStyleOptionViewItem WatchedTree::lastDrawn(const QTreeWidgetItem *item)
+{
+    return style.drawn.value(KelDeviceTreePrivate::indexOf(this, item));
 }
 
 EventCounter::EventCounter(QWidget *widget, QEvent::Type type)

@@ -7,10 +7,14 @@
 #include <ScriptedRecords.h>
 
 #include <QEvent>
+#include <QHash>
+#include <QModelIndex>
 #include <QObject>
+#include <QProxyStyle>
 #include <QString>
-#include <QVector>
+#include <QStyleOptionViewItem>
 
+#include <functional>
 #include <string>
 
 class CustomPushButton;
@@ -48,6 +52,33 @@ void showTree(KelDeviceTree &tree);
 void hover(KelDeviceTree &tree, const QPoint &place);
 /// Moves the pointer into the middle of a row.
 void hoverRow(KelDeviceTree &tree, const QTreeWidgetItem *item);
+
+/// Lets everything happen that waits for the event loop.
+void settle();
+
+/// Waits until a fact comes true.
+/// @return false when it did not within five seconds
+bool soon(const std::function<bool()> &fact);
+
+/// Remembers how each row was last drawn.
+class RecordingStyle : public QProxyStyle
+{
+public:
+    RecordingStyle();
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+
+    mutable QHash<QModelIndex, QStyleOptionViewItem> drawn;
+};
+
+/// A tree that tells how its rows are drawn.
+struct WatchedTree : KelDeviceTree {
+    WatchedTree();
+    ~WatchedTree() override;
+    QStyleOptionViewItem lastDrawn(const QTreeWidgetItem *item);
+
+    RecordingStyle style;
+};
 
 /// Counts the events of one kind that a widget receives.
 class EventCounter : public QObject

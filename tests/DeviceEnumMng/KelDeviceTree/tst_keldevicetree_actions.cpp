@@ -4,17 +4,14 @@
 #include <CustomCtr/CustomLoadingDialog.h>
 #include <CustomCtr/CustomPushButton.h>
 #include <DeviceEnumMng/KelDeviceTree/KelDeviceTree_p.h>
-#include <DeviceEnumMng/KelGenTLMenu.h>
 
 #include <ScriptedAccess.h>
 
-#include <QFile>
+#include <QPixmap>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidgetItem>
-
-#include <memory>
 
 namespace
 {
@@ -86,16 +83,6 @@ private Q_SLOTS:
     void clickNeverChangesTheButton();
     void treeMayBeDestroyedByTheClick();
     void treeMayBeDestroyedBeforeTheRefresh();
-
-    void onlyOneOfThousandIsShown();
-    void buttonThatTheHostShowedIsHiddenToo();
-    void nullHidesAll();
-    void openProducerMenuKeepsEveryButtonAsItIs();
-    void menuButtonStandsLeftOfTheButton();
-    void menuButtonNeedsAButton();
-    void nothingIsRepaintedWhenNothingChanges();
-    void switchedOffButtonsAreHiddenAndLeftAlone();
-    void switchingOffTwiceHidesOnce();
 
 private:
     void clickButton(KelDeviceTree &tree, long id);
@@ -464,135 +451,6 @@ void TestActions::treeMayBeDestroyedBeforeTheRefresh()
         QVERIFY(!tree);
     }
     QVERIFY(!CustomLoadingDialog::isLoading(kLoadingId));
-}
-
-void TestActions::onlyOneOfThousandIsShown()
-{
-    KelDeviceTree tree;
-    for (int id = 0; id < 1000; ++id) {
-        privateOf(tree).getItemRightBtn(id, false);
-    }
-    for (const int shown : {3, 999, 500, 3}) {
-        CustomPushButton *button = privateOf(tree).getItemRightBtn(shown, false);
-
-        tree.setCurRightBtn(button, false);
-
-        for (const CustomPushButton *other : qAsConst(privateOf(tree).m_rightBtns)) {
-            QCOMPARE(!other->isHidden(), other == button);
-        }
-    }
-}
-
-void TestActions::buttonThatTheHostShowedIsHiddenToo()
-{
-    KelDeviceTree tree;
-    CustomPushButton *first = privateOf(tree).getItemRightBtn(1, false);
-    CustomPushButton *second = privateOf(tree).getItemRightBtn(2, false);
-    second->show();
-
-    tree.setCurRightBtn(first, false);
-
-    QVERIFY(!first->isHidden());
-    QVERIFY(second->isHidden());
-}
-
-void TestActions::nullHidesAll()
-{
-    KelDeviceTree tree;
-    tree.setCurRightBtn(privateOf(tree).getItemRightBtn(-4, false), true);
-
-    tree.setCurRightBtn(nullptr, true);
-
-    for (const CustomPushButton *button : qAsConst(privateOf(tree).m_rightBtns)) {
-        QVERIFY(button->isHidden());
-    }
-    QVERIFY(privateOf(tree).m_configBtn->isHidden());
-}
-
-void TestActions::openProducerMenuKeepsEveryButtonAsItIs()
-{
-    KelDeviceTree tree;
-    showTree(tree);
-    KelDeviceTreePrivate &d = privateOf(tree);
-    CustomPushButton *camera = d.getItemRightBtn(7, false);
-    CustomPushButton *group = d.getItemRightBtn(-4, false);
-    tree.setCurRightBtn(group, true);
-    d.m_genTLMenu->popup(tree.mapToGlobal(QPoint(10, 10)));
-    QVERIFY(d.m_genTLMenu->isVisible());
-
-    tree.setCurRightBtn(camera, false);
-    QVERIFY(camera->isHidden());
-    QVERIFY(!group->isHidden());
-    QVERIFY(!d.m_configBtn->isHidden());
-    tree.setCurRightBtn(nullptr, false);
-    QVERIFY(!group->isHidden());
-    QVERIFY(!d.m_configBtn->isHidden());
-
-    d.m_genTLMenu->close();
-}
-
-void TestActions::menuButtonStandsLeftOfTheButton()
-{
-    KelDeviceTree tree;
-    CustomPushButton *button = privateOf(tree).getItemRightBtn(-4, false);
-    button->setGeometry(200, 50, 35, 24);
-
-    tree.setCurRightBtn(button, true);
-
-    QVERIFY(!privateOf(tree).m_configBtn->isHidden());
-    QCOMPARE(privateOf(tree).m_configBtn->pos(), QPoint(165, 50));
-}
-
-void TestActions::menuButtonNeedsAButton()
-{
-    KelDeviceTree tree;
-
-    tree.setCurRightBtn(nullptr, true);
-    QVERIFY(privateOf(tree).m_configBtn->isHidden());
-    tree.setCurRightBtn(privateOf(tree).getItemRightBtn(-4, false), false);
-    QVERIFY(privateOf(tree).m_configBtn->isHidden());
-}
-
-void TestActions::nothingIsRepaintedWhenNothingChanges()
-{
-    KelDeviceTree tree;
-    showTree(tree);
-    tree.setCurRightBtn(nullptr, false);
-    QCoreApplication::processEvents();
-    EventCounter paints(tree.viewport(), QEvent::Paint);
-
-    tree.setCurRightBtn(nullptr, false);
-    QCoreApplication::processEvents();
-
-    QCOMPARE(paints.count(), 0);
-}
-
-void TestActions::switchedOffButtonsAreHiddenAndLeftAlone()
-{
-    KelDeviceTree tree;
-    CustomPushButton *button = privateOf(tree).getItemRightBtn(7, false);
-    tree.setCurRightBtn(button, false);
-
-    tree.setRightBtnVisible(false);
-    QVERIFY(button->isHidden());
-    tree.setCurRightBtn(button, false);
-    QVERIFY(button->isHidden());
-
-    tree.setRightBtnVisible(true);
-    tree.setCurRightBtn(button, false);
-    QVERIFY(!button->isHidden());
-}
-
-void TestActions::switchingOffTwiceHidesOnce()
-{
-    KelDeviceTree tree;
-    CustomPushButton *button = privateOf(tree).getItemRightBtn(7, false);
-    tree.setRightBtnVisible(false);
-    button->show();
-
-    tree.setRightBtnVisible(false);
-
-    QVERIFY(!button->isHidden());
 }
 
 QTEST_MAIN(TestActions)

@@ -5,68 +5,16 @@
 #include <CustomCtr/CustomPushButton.h>
 #include <DeviceEnumMng/KelDeviceTree/KelDeviceTreeDelegate.h>
 #include <DeviceEnumMng/KelDeviceTree/KelDeviceTree_p.h>
-#include <DeviceEnumMng/KelDeviceTree/KelPlainToolTips.h>
-#include <DeviceEnumMng/KelGenTLMenu.h>
 
 #include <QCursor>
-#include <QHash>
-#include <QHelpEvent>
 #include <QImage>
-#include <QLabel>
 #include <QPainter>
-#include <QPointer>
-#include <QProxyStyle>
-#include <QScrollBar>
 #include <QStyleFactory>
 #include <QTest>
-#include <QTextDocument>
-#include <QToolTip>
 #include <QTreeWidgetItem>
 
 namespace
 {
-
-/// Remembers how each row was last drawn.
-class RecordingStyle : public QProxyStyle
-{
-public:
-    RecordingStyle()
-        : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
-    {
-    }
-
-    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
-                     const QWidget *widget) const override
-    {
-        if (element == CE_ItemViewItem) {
-            const auto *row = qstyleoption_cast<const QStyleOptionViewItem *>(option);
-            drawn.insert(row->index, *row);
-            ++count;
-        }
-        QProxyStyle::drawControl(element, option, painter, widget);
-    }
-
-    mutable QHash<QModelIndex, QStyleOptionViewItem> drawn;
-    mutable int count = 0;
-};
-
-/// A tree that tells how its rows are drawn.
-struct WatchedTree : KelDeviceTree {
-    WatchedTree()
-    {
-        style.setParent(this);
-        setStyle(&style);
-        viewport()->setStyle(&style);
-    }
-    ~WatchedTree() override { style.setParent(nullptr); }
-
-    QStyleOptionViewItem lastDrawn(const QTreeWidgetItem *item)
-    {
-        return style.drawn.value(KelDeviceTreePrivate::indexOf(this, item));
-    }
-
-    RecordingStyle style;
-};
 
 const QString kLongSerial = QStringLiteral("0123456789-0123456789-0123456789-0123456789-0123456789-012345");
 
@@ -79,13 +27,6 @@ QString shortened(const QStyleOptionViewItem &drawn, const QString &text, const 
 QRect place(KelDeviceTree &tree, const QTreeWidgetItem *item)
 {
     return tree.visualItemRect(item);
-}
-
-void settle()
-{
-    for (int turn = 0; turn < 5; ++turn) {
-        QCoreApplication::processEvents();
-    }
 }
 
 } // namespace
@@ -123,21 +64,6 @@ private Q_SLOTS:
     void noRowIsDrawnBeyondTheLeftEdge();
     void tintCoversTheRowFromTheVeryLeft();
     void rowsWithoutMarkAreNotTinted();
-
-    void scrollingHidesTheButton();
-    void foldingHidesTheButtonOfARowBelow();
-    void hidingARowHidesItsButton();
-    void removingARowHidesItsButton();
-    void removingAContainerHidesAButtonBelow();
-    void buttonFollowsARowThatIsPushedDown();
-    void rowAddedBelowLeavesTheButtonAlone();
-    void clearingTheTreeHidesTheButton();
-    void closingTheMenuHidesWhatThePointerLeft();
-
-    void namesAreDrawnAsTheyAre_data();
-    void namesAreDrawnAsTheyAre();
-    void toolTipShowsMarkupAsWritten();
-    void plainToolTipIsLeftAsItIs();
 };
 
 void TestDelegate::init()
@@ -538,241 +464,6 @@ void TestDelegate::rowsWithoutMarkAreNotTinted()
     camera->setData(0, KelDeviceTree::StayTopItemRole, QVariant());
 
     QCOMPARE(tree.viewport()->grab().toImage(), before);
-}
-
-void TestDelegate::scrollingHidesTheButton()
-{
-    KelDeviceTree tree;
-    QStringList serials;
-    for (int index = 0; index < 100; ++index) {
-        serials.append(QString::number(index));
-    }
-    addCameras(tree, serials);
-    showTree(tree);
-    QTreeWidgetItem *camera = tree.findCameraItem(5);
-    hoverRow(tree, camera);
-    QVERIFY(buttonOf(camera)->isVisible());
-    // The pointer on the button itself: nothing but the scrolling can tell.
-    QCursor::setPos(tree.mapToGlobal(buttonOf(camera)->geometry().center()));
-
-    tree.verticalScrollBar()->setValue(20);
-
-    QVERIFY(!buttonOf(camera)->isVisible());
-}
-
-void TestDelegate::foldingHidesTheButtonOfARowBelow()
-{
-    KelDeviceTree tree;
-    QTreeWidgetItem *card = addCameras(tree, {QStringLiteral("A")});
-    showTree(tree);
-    QTreeWidgetItem *camera = tree.findCameraItem(1);
-    hoverRow(tree, camera);
-    QVERIFY(buttonOf(camera)->isVisible());
-
-    card->setExpanded(false);
-
-    QVERIFY(!buttonOf(camera)->isVisible());
-}
-
-void TestDelegate::hidingARowHidesItsButton()
-{
-    KelDeviceTree tree;
-    addCameras(tree, {QStringLiteral("A"), QStringLiteral("B")});
-    showTree(tree);
-    QTreeWidgetItem *camera = tree.findCameraItem(1);
-    hoverRow(tree, camera);
-    QVERIFY(buttonOf(camera)->isVisible());
-    QCursor::setPos(tree.mapToGlobal(buttonOf(camera)->geometry().center()));
-
-    camera->setHidden(true);
-    settle();
-
-    QVERIFY(!buttonOf(camera)->isVisible());
-}
-
-void TestDelegate::removingARowHidesItsButton()
-{
-    KelDeviceTree tree;
-    addCameras(tree, {QStringLiteral("A"), QStringLiteral("B")});
-    showTree(tree);
-    hoverRow(tree, tree.findCameraItem(1));
-    QPointer<CustomPushButton> button = buttonOf(tree.findCameraItem(1));
-    QVERIFY(button->isVisible());
-
-    delete tree.findCameraItem(1);
-
-    QVERIFY(!button->isVisible());
-}
-
-void TestDelegate::removingAContainerHidesAButtonBelow()
-{
-    KelDeviceTree tree;
-    QTreeWidgetItem *interfaceItem = addGenTLInterface(tree, 7000, "if-1");
-    KELA_STRUCT_DEVICE_INFO record = deviceRecord(9, genTLDevice("G", "if-1"), KELA_DEV_STATE_GENTL_FREE);
-    record.genTLInterface = interfaceRecord(7000, "if-1");
-    QTreeWidgetItem *device = addDevice(tree, record);
-    QCOMPARE(device->parent(), interfaceItem);
-    showTree(tree);
-    hoverRow(tree, device);
-    CustomPushButton *button = buttonOf(device);
-    QVERIFY(button->isVisible());
-
-    tree.onDeleteGenTLInterface(QVariant::fromValue(interfaceRecord(7000, "if-1")));
-
-    QCOMPARE(privateOf(tree).m_rightBtns.value(9), button);
-    QVERIFY(!button->isVisible());
-}
-
-void TestDelegate::buttonFollowsARowThatIsPushedDown()
-{
-    KelDeviceTree tree;
-    QTreeWidgetItem *card = addCameras(tree, {QStringLiteral("A")});
-    showTree(tree);
-    QTreeWidgetItem *camera = tree.findCameraItem(1);
-    hoverRow(tree, camera);
-    QVERIFY(buttonOf(camera)->isVisible());
-
-    tree.setStayTopList({QStringLiteral("B")});
-    addDevice(tree, gigeRecord(2, "B"));
-    QCOMPARE(card->indexOfChild(camera), 1);
-    settle();
-
-    const QRect rowRect = place(tree, camera);
-    QVERIFY(!buttonOf(camera)->isVisible() ||
-            buttonOf(camera)->geometry().top() ==
-                rowRect.top() + 7 + (rowRect.height() > 32 ? (rowRect.height() - 32) / 2 : 0));
-}
-
-void TestDelegate::rowAddedBelowLeavesTheButtonAlone()
-{
-    KelDeviceTree tree;
-    addCameras(tree, {QStringLiteral("A")});
-    showTree(tree);
-    CustomPushButton *button = buttonOf(tree.findCameraItem(1));
-    hoverRow(tree, tree.findCameraItem(1));
-    QVERIFY(button->isVisible());
-    settle();
-    EventCounter hides(button, QEvent::Hide);
-
-    addDevice(tree, gigeRecord(2, "B"));
-    settle();
-
-    QVERIFY(button->isVisible());
-    QCOMPARE(hides.count(), 0);
-}
-
-void TestDelegate::clearingTheTreeHidesTheButton()
-{
-    KelDeviceTree tree;
-    addCameras(tree, {QStringLiteral("A")});
-    showTree(tree);
-    CustomPushButton *button = buttonOf(tree.findCameraItem(1));
-    hoverRow(tree, tree.findCameraItem(1));
-    QVERIFY(button->isVisible());
-
-    tree.clear();
-
-    QVERIFY(!button->isVisible());
-}
-
-void TestDelegate::closingTheMenuHidesWhatThePointerLeft()
-{
-    KelDeviceTree tree;
-    showTree(tree);
-    QTreeWidgetItem *group = tree.findItem(KelDeviceTree::ItemGenTLRoot, -1);
-    hoverRow(tree, group);
-    KelGenTLMenu *menu = privateOf(tree).m_genTLMenu;
-    menu->popup(tree.mapToGlobal(QPoint(10, 10)));
-    QCursor::setPos(0, 0);
-    tree.leaveEvent(nullptr);
-    QVERIFY(buttonOf(group)->isVisible());
-
-    menu->close();
-    settle();
-
-    QVERIFY(!buttonOf(group)->isVisible());
-    QVERIFY(!privateOf(tree).m_configBtn->isVisible());
-}
-
-void TestDelegate::namesAreDrawnAsTheyAre_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("markup") << QByteArray("<b>bold</b><br>") << QStringLiteral("<b>bold</b><br>");
-    QTest::newRow("placeholders") << QByteArray("%1 %2 %s %n") << QStringLiteral("%1 %2 %s %n");
-    QTest::newRow("without NUL") << QByteArray(64, 'x') << QString(64, QLatin1Char('x'));
-    QTest::newRow("emoji") << QByteArray("\xF0\x9F\x93\xB7 cam") << QString::fromUtf8("\xF0\x9F\x93\xB7 cam");
-    QTest::newRow("right to left") << QByteArray("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D")
-                                   << QString::fromUtf8("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D");
-    QTest::newRow("invalid bytes") << QByteArray("a\xff\xfe\xc3") << QString();
-    QTest::newRow("control characters")
-        << QByteArray("a\x01\x1b[31m\x7f\tb") << QStringLiteral("a\x01\x1b[31m\x7f\tb");
-    QTest::newRow("overrides of direction") << QByteArray("\xE2\x80\xAE"
-                                                          "evil")
-                                            << QString::fromUtf8("\xE2\x80\xAE"
-                                                                 "evil");
-}
-
-void TestDelegate::namesAreDrawnAsTheyAre()
-{
-    QFETCH(QByteArray, name);
-    QFETCH(QString, shown);
-    WatchedTree tree;
-    addCard(tree, 500, "card-a");
-    KELA_STRUCT_DEVICE_INFO record = gigeRecord(1, "S1");
-    setField(record.deviceInfo.special.gige.userDefinedName, name.toStdString());
-    addDevice(tree, record);
-    tree.onUpdateDeviceInfo(QVariant::fromValue(record));
-    QTreeWidgetItem *camera = tree.findCameraItem(1);
-    showTree(tree);
-
-    QCOMPARE(tree.lastDrawn(camera).text, camera->text(0));
-    QCOMPARE(camera->toolTip(0), camera->text(0));
-    if (!shown.isEmpty()) {
-        QCOMPARE(camera->text(0), shown + QStringLiteral(" (S1)"));
-    }
-    hoverRow(tree, camera);
-    QVERIFY(buttonOf(camera)->isVisible());
-}
-
-void TestDelegate::toolTipShowsMarkupAsWritten()
-{
-    KelDeviceTree tree;
-    addCard(tree, 500, "card-a");
-    KELA_STRUCT_DEVICE_INFO record = gigeRecord(1, "S1");
-    setField(record.deviceInfo.special.gige.userDefinedName, "<b>x</b>  &amp;");
-    QTreeWidgetItem *camera = addDevice(tree, record);
-    showTree(tree);
-    const QPoint place = tree.visualItemRect(camera).center();
-    hoverRow(tree, camera);
-
-    QHelpEvent help(QEvent::ToolTip, place, tree.viewport()->mapToGlobal(place));
-    QCoreApplication::sendEvent(tree.viewport(), &help);
-
-    QCOMPARE(camera->toolTip(0), QStringLiteral("<b>x</b>  &amp; (S1)"));
-    QTextDocument shown;
-    shown.setHtml(QToolTip::text());
-    QCOMPARE(shown.toPlainText(), camera->toolTip(0));
-    QVERIFY(QToolTip::isVisible());
-    QToolTip::hideText();
-}
-
-void TestDelegate::plainToolTipIsLeftAsItIs()
-{
-    QCOMPARE(KelPlainToolTips::escaped(QStringLiteral("a < b & c")), QStringLiteral("a < b & c"));
-
-    KelDeviceTree tree;
-    addCameras(tree, {QStringLiteral("A")});
-    QTreeWidgetItem *camera = tree.findCameraItem(1);
-    showTree(tree);
-    const QPoint place = tree.visualItemRect(camera).center();
-    hoverRow(tree, camera);
-
-    QHelpEvent help(QEvent::ToolTip, place, tree.viewport()->mapToGlobal(place));
-    QCoreApplication::sendEvent(tree.viewport(), &help);
-
-    QCOMPARE(QToolTip::text(), camera->toolTip(0));
-    QToolTip::hideText();
 }
 
 QTEST_MAIN(TestDelegate)

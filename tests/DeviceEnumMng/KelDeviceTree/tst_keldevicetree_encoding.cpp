@@ -406,11 +406,11 @@ void TestEncoding::compiledTranslationsSwitchInARunningWindow()
     QVERIFY(translator.load(QStringLiteral(":/translations/DeviceEnumMng_%1.qm").arg(locale)));
 
     QCoreApplication::installTranslator(&translator);
-    QTRY_COMPARE(tree.findItem(KelDeviceTree::ItemAll, -1)->text(0), all);
+    QVERIFY(soon([&] { return tree.findItem(KelDeviceTree::ItemAll, -1)->text(0) == all; }));
     QCOMPARE(camera->accessibleName(), connect);
 
     QCoreApplication::removeTranslator(&translator);
-    QTRY_COMPARE(tree.findItem(KelDeviceTree::ItemAll, -1)->text(0), QStringLiteral("All"));
+    QVERIFY(soon([&] { return tree.findItem(KelDeviceTree::ItemAll, -1)->text(0) == QStringLiteral("All"); }));
     QCOMPARE(camera->accessibleName(), QStringLiteral("Connect"));
 }
 

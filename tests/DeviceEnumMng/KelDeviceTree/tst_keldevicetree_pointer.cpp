@@ -155,7 +155,7 @@ void TestPointer::point(const QStringList &commands)
 {
     QProcess xdotool;
     xdotool.start(QStringLiteral("xdotool"), commands);
-    QTRY_VERIFY_WITH_TIMEOUT(xdotool.state() == QProcess::NotRunning, 20000);
+    QVERIFY(soon([&] { return xdotool.state() == QProcess::NotRunning; }));
     QCOMPARE(xdotool.exitCode(), 0);
     QCoreApplication::processEvents();
 }
@@ -163,7 +163,7 @@ void TestPointer::point(const QStringList &commands)
 void TestPointer::moveTo(const QPoint &globalPlace)
 {
     point(QStringList{QStringLiteral("mousemove"), QStringLiteral("--sync")} + number(globalPlace));
-    QTRY_COMPARE(QCursor::pos(), globalPlace);
+    QVERIFY(soon([&] { return QCursor::pos() == globalPlace; }));
     QCoreApplication::processEvents();
 }
 
@@ -202,7 +202,7 @@ void TestPointer::pointerOnARowShowsItsButton()
 {
     moveToRow(2);
 
-    QTRY_VERIFY(buttonOf(m_tree->findCameraItem(2))->isVisible());
+    QVERIFY(soon([&] { return buttonOf(m_tree->findCameraItem(2))->isVisible(); }));
     QCOMPARE(visibleButtons(*m_tree), 1);
 }
 
@@ -210,15 +210,15 @@ void TestPointer::buttonStaysWhileThePointerGoesToIt()
 {
     CustomPushButton *button = buttonOf(m_tree->findCameraItem(2));
     moveToRow(2);
-    QTRY_VERIFY(button->isVisible());
+    QVERIFY(soon([&] { return button->isVisible(); }));
     EventCounter hides(button, QEvent::Hide);
 
     for (int turn = 0; turn < 3; ++turn) {
         moveToButton(button);
-        QTRY_VERIFY(button->underMouse());
+        QVERIFY(soon([&] { return button->underMouse(); }));
         QVERIFY(button->isVisible());
         moveToRow(2);
-        QTRY_VERIFY(!button->underMouse());
+        QVERIFY(soon([&] { return !button->underMouse(); }));
         QVERIFY(button->isVisible());
     }
 
@@ -230,12 +230,12 @@ void TestPointer::clickConnectsTheCameraUnderThePointer()
     QSignalSpy clicked(m_tree, &KelDeviceTree::sigRightBtnClicked);
     QTreeWidgetItem *current = m_tree->currentItem();
     moveToRow(3);
-    QTRY_VERIFY(buttonOf(m_tree->findCameraItem(3))->isVisible());
+    QVERIFY(soon([&] { return buttonOf(m_tree->findCameraItem(3))->isVisible(); }));
     moveToButton(buttonOf(m_tree->findCameraItem(3)));
 
     click();
 
-    QTRY_COMPARE(clicked.size(), 1);
+    QVERIFY(soon([&] { return clicked.size() == 1; }));
     QCOMPARE(clicked.first(), (QVariantList{QVariant::fromValue(3L), false}));
     QCOMPARE(m_tree->currentItem(), current);
 }
@@ -249,17 +249,17 @@ void TestPointer::clickOnAConnectedCameraDisconnects()
         m_tree->setCameraItemIcon(item, isConnected ? KELA_DEV_STATE_GIGE_FREE : KELA_DEV_STATE_GIGE_CONNECTED);
     });
     moveToRow(1);
-    QTRY_VERIFY(buttonOf(camera)->isVisible());
+    QVERIFY(soon([&] { return buttonOf(camera)->isVisible(); }));
     moveToButton(buttonOf(camera));
 
     click();
-    QTRY_VERIFY(camera->data(0, KelDeviceTree::ItemConnectedRole).toBool());
+    QVERIFY(soon([&] { return camera->data(0, KelDeviceTree::ItemConnectedRole).toBool(); }));
     QCOMPARE(buttonOf(camera)->cBackgroundImage(Custom::StatusNormal),
              QStringLiteral(":/KelToolBarBtn/item_disconnet.png"));
     QVERIFY(buttonOf(camera)->isVisible());
 
     click();
-    QTRY_VERIFY(!camera->data(0, KelDeviceTree::ItemConnectedRole).toBool());
+    QVERIFY(soon([&] { return !camera->data(0, KelDeviceTree::ItemConnectedRole).toBool(); }));
     QCOMPARE(buttonOf(camera)->cBackgroundImage(Custom::StatusNormal),
              QStringLiteral(":/KelToolBarBtn/item_connect.png"));
 }
@@ -270,13 +270,13 @@ void TestPointer::disabledButtonTellsNothing()
     m_tree->setCameraItemIcon(camera, KELA_DEV_STATE_GIGE_IN_USE);
     QSignalSpy clicked(m_tree, &KelDeviceTree::sigRightBtnClicked);
     moveToRow(1);
-    QTRY_VERIFY(buttonOf(camera)->isVisible());
+    QVERIFY(soon([&] { return buttonOf(camera)->isVisible(); }));
     moveToButton(buttonOf(camera));
 
     click();
     moveToRow(2);
 
-    QTRY_VERIFY(buttonOf(m_tree->findCameraItem(2))->isVisible());
+    QVERIFY(soon([&] { return buttonOf(m_tree->findCameraItem(2))->isVisible(); }));
     QVERIFY(clicked.isEmpty());
 }
 
@@ -286,14 +286,14 @@ void TestPointer::clickOnAGroupRefreshesIt()
     QSignalSpy before(m_tree, &KelDeviceTree::sigBeforeRefreshBtnClicked);
     QSignalSpy finished(m_tree, &KelDeviceTree::sigFinishEnumOnce);
     moveTo(m_tree->viewport()->mapToGlobal(m_tree->visualItemRect(group).center()));
-    QTRY_VERIFY(buttonOf(group)->isVisible());
+    QVERIFY(soon([&] { return buttonOf(group)->isVisible(); }));
     moveToButton(buttonOf(group));
 
     click();
 
-    QTRY_COMPARE(before.size(), 1);
+    QVERIFY(soon([&] { return before.size() == 1; }));
     QCOMPARE(before.first(), QVariantList{1});
-    QTRY_COMPARE(finished.size(), 1);
+    QVERIFY(soon([&] { return finished.size() == 1; }));
 }
 
 void TestPointer::everyRowOnTheWayShowsOneButton()
@@ -301,7 +301,7 @@ void TestPointer::everyRowOnTheWayShowsOneButton()
     for (const int id : {1, 2, 3, 2, 1, 3}) {
         moveToRow(id);
 
-        QTRY_VERIFY(buttonOf(m_tree->findCameraItem(id))->isVisible());
+        QVERIFY(soon([&] { return buttonOf(m_tree->findCameraItem(id))->isVisible(); }));
         QCOMPARE(visibleButtons(*m_tree), 1);
     }
 }
@@ -309,35 +309,35 @@ void TestPointer::everyRowOnTheWayShowsOneButton()
 void TestPointer::leavingTheTreeHidesTheButton()
 {
     moveToRow(2);
-    QTRY_COMPARE(visibleButtons(*m_tree), 1);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 1; }));
 
     moveTo(m_window->mapToGlobal(QPoint(kTreeWidth + 100, 50)));
 
-    QTRY_COMPARE(visibleButtons(*m_tree), 0);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 0; }));
 }
 
 void TestPointer::leavingTheTreeFromTheButtonHidesIt()
 {
     moveToRow(2);
-    QTRY_COMPARE(visibleButtons(*m_tree), 1);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 1; }));
     moveToButton(buttonOf(m_tree->findCameraItem(2)));
-    QTRY_VERIFY(buttonOf(m_tree->findCameraItem(2))->underMouse());
+    QVERIFY(soon([&] { return buttonOf(m_tree->findCameraItem(2))->underMouse(); }));
 
     moveTo(m_window->mapToGlobal(QPoint(kTreeWidth + 100, 50)));
 
-    QTRY_COMPARE(visibleButtons(*m_tree), 0);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 0; }));
 }
 
 void TestPointer::leavingTheButtonForTheEmptyAreaHidesIt()
 {
     moveToRow(2);
-    QTRY_COMPARE(visibleButtons(*m_tree), 1);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 1; }));
     moveToButton(buttonOf(m_tree->findCameraItem(2)));
-    QTRY_VERIFY(buttonOf(m_tree->findCameraItem(2))->underMouse());
+    QVERIFY(soon([&] { return buttonOf(m_tree->findCameraItem(2))->underMouse(); }));
 
     moveTo(m_tree->mapToGlobal(QPoint(100, m_tree->height() - 10)));
 
-    QTRY_COMPARE(visibleButtons(*m_tree), 0);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 0; }));
 }
 
 void TestPointer::wheelOverTheButtonNeverLeavesItOnAnotherRow()
@@ -347,25 +347,25 @@ void TestPointer::wheelOverTheButtonNeverLeavesItOnAnotherRow()
     }
     QCoreApplication::processEvents();
     moveToRow(12);
-    QTRY_COMPARE(visibleButtons(*m_tree), 1);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 1; }));
     moveToButton(buttonOf(m_tree->findCameraItem(12)));
     QSignalSpy clicked(m_tree, &KelDeviceTree::sigRightBtnClicked);
 
     point({QStringLiteral("click"), QStringLiteral("5")});
-    QTRY_VERIFY(m_tree->verticalScrollBar()->value() > 0);
+    QVERIFY(soon([&] { return m_tree->verticalScrollBar()->value() > 0; }));
     const QTreeWidgetItem *under = m_tree->itemAt(m_tree->viewport()->mapFromGlobal(QCursor::pos()));
     QVERIFY(under && under != m_tree->findCameraItem(12));
-    QTRY_VERIFY(buttonOf(under)->isVisible());
+    QVERIFY(soon([&] { return buttonOf(under)->isVisible(); }));
     click();
 
-    QTRY_COMPARE(clicked.size(), 1);
+    QVERIFY(soon([&] { return clicked.size() == 1; }));
     QCOMPARE(clicked.first().first().toInt(), under->data(0, KelDeviceTree::ItemIdRole).toInt());
 }
 
 void TestPointer::vanishedCameraTakesItsButtonFromUnderThePointer()
 {
     moveToRow(1);
-    QTRY_COMPARE(visibleButtons(*m_tree), 1);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 1; }));
     moveToButton(buttonOf(m_tree->findCameraItem(1)));
     QSignalSpy clicked(m_tree, &KelDeviceTree::sigRightBtnClicked);
 
@@ -376,7 +376,7 @@ void TestPointer::vanishedCameraTakesItsButtonFromUnderThePointer()
     QVERIFY(clicked.isEmpty());
 
     moveToRow(2);
-    QTRY_VERIFY(buttonOf(m_tree->findCameraItem(2))->isVisible());
+    QVERIFY(soon([&] { return buttonOf(m_tree->findCameraItem(2))->isVisible(); }));
 }
 
 void TestPointer::producerMenuOpensBesideTheRefresh()
@@ -384,7 +384,7 @@ void TestPointer::producerMenuOpensBesideTheRefresh()
     QTreeWidgetItem *group = m_tree->findItem(KelDeviceTree::ItemGenTLRoot, -1);
     CustomPushButton *menuButton = privateOf(*m_tree).m_configBtn;
     moveTo(m_tree->viewport()->mapToGlobal(m_tree->visualItemRect(group).center()));
-    QTRY_VERIFY(menuButton->isVisible());
+    QVERIFY(soon([&] { return menuButton->isVisible(); }));
     moveToButton(menuButton);
     QVERIFY(menuButton->isVisible());
 
@@ -406,8 +406,8 @@ void TestPointer::producerMenuOpensBesideTheRefresh()
           QStringList{QStringLiteral("sleep"), QStringLiteral("0.3"), QStringLiteral("click"),
                       QStringLiteral("1")});
 
-    QTRY_VERIFY(!privateOf(*m_tree).m_genTLMenu->isVisible());
-    QTRY_VERIFY(!menuButton->isVisible());
+    QVERIFY(soon([&] { return !privateOf(*m_tree).m_genTLMenu->isVisible(); }));
+    QVERIFY(soon([&] { return !menuButton->isVisible(); }));
     QVERIFY(!buttonOf(group)->isVisible());
     QVERIFY(timesOpen > 0);
     QCOMPARE(timesOpenWithButtons, timesOpen);
@@ -422,7 +422,7 @@ void TestPointer::connectedCameraIsDraggedIntoTheWorkArea()
     drag(m_tree->viewport()->mapToGlobal(QPoint(100, row.center().y())),
          m_window->area->mapToGlobal(QPoint(200, 200)));
 
-    QTRY_COMPARE(ended.size(), 1);
+    QVERIFY(soon([&] { return ended.size() == 1; }));
     QCOMPARE(m_window->area->dropped, QList<QByteArray>{QByteArray("\x00\x00\x00\x02", 4)});
     QVERIFY(m_tree->findCameraItem(2));
 }
@@ -435,14 +435,14 @@ void TestPointer::freeCameraIsNotDragged()
     drag(m_tree->viewport()->mapToGlobal(QPoint(100, row.center().y())),
          m_window->area->mapToGlobal(QPoint(200, 200)));
 
-    QTRY_COMPARE(ended.size(), 1);
+    QVERIFY(soon([&] { return ended.size() == 1; }));
     QVERIFY(m_window->area->dropped.isEmpty());
 }
 
 void TestPointer::windowIsQuietUnderARestingPointer()
 {
     moveToRow(2);
-    QTRY_COMPARE(visibleButtons(*m_tree), 1);
+    QVERIFY(soon([&] { return visibleButtons(*m_tree) == 1; }));
     QTest::qWait(50);
     EventCounter paints(m_tree->viewport(), QEvent::Paint);
 

@@ -32,7 +32,7 @@ QStringList markedBelow(KelDeviceTree &tree, const QTreeWidgetItem *parent)
 }
 
 /// The order as it is defined: entry by entry, each matching row goes to the top.
-QStringList movedOneByOne(QStringList rows, const QStringList &serials)
+QStringList movedOneByOne(const QStringList &rows, const QStringList &serials)
 {
     QVector<QPair<QString, int>> numbered;
     for (int row = 0; row < rows.size(); ++row) {

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "TreeTestKit.h"
+
+#include <CustomCtr/CustomPushButton.h>
+#include <DeviceEnumMng/KelDeviceTree/KelDeviceTree_p.h>
+#include <DeviceEnumMng/KelGenTLMenu.h>
+
+#include <QCursor>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTest>
+#include <QTreeWidgetItem>
+
+namespace
+{
+
+QRect place(KelDeviceTree &tree, const QTreeWidgetItem *item)
+{
+    return tree.visualItemRect(item);
+}
+
+} // namespace
+
+class TestStrayButtons : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void scrollingHidesTheButton();
+    void foldingHidesTheButtonOfARowBelow();
+    void hidingARowHidesItsButton();
+    void removingARowHidesItsButton();
+    void removingAContainerHidesAButtonBelow();
+    void buttonFollowsARowThatIsPushedDown();
+    void rowAddedBelowLeavesTheButtonAlone();
+    void clearingTheTreeHidesTheButton();
+    void closingTheMenuHidesWhatThePointerLeft();
+};
+
+void TestStrayButtons::init()
+{
+    QCursor::setPos(0, 0);
+}
+
+void TestStrayButtons::scrollingHidesTheButton()
+{
+    KelDeviceTree tree;
+    QStringList serials;
+    for (int index = 0; index < 100; ++index) {
+        serials.append(QString::number(index));
+    }
+    addCameras(tree, serials);
+    showTree(tree);
+    QTreeWidgetItem *camera = tree.findCameraItem(5);
+    hoverRow(tree, camera);
+    QVERIFY(buttonOf(camera)->isVisible());
+    // The pointer on the button itself: nothing but the scrolling can tell.
+    QCursor::setPos(tree.mapToGlobal(buttonOf(camera)->geometry().center()));
+
+    tree.verticalScrollBar()->setValue(20);
+
+    QVERIFY(!buttonOf(camera)->isVisible());
+}
+
+void TestStrayButtons::foldingHidesTheButtonOfARowBelow()
+{
+    KelDeviceTree tree;
+    QTreeWidgetItem *card = addCameras(tree, {QStringLiteral("A")});
+    showTree(tree);
+    QTreeWidgetItem *camera = tree.findCameraItem(1);
+    hoverRow(tree, camera);
+    QVERIFY(buttonOf(camera)->isVisible());
+
+    card->setExpanded(false);
+
+    QVERIFY(!buttonOf(camera)->isVisible());
+}
+
+void TestStrayButtons::hidingARowHidesItsButton()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A"), QStringLiteral("B")});
+    showTree(tree);
+    QTreeWidgetItem *camera = tree.findCameraItem(1);
+    hoverRow(tree, camera);
+    QVERIFY(buttonOf(camera)->isVisible());
+    QCursor::setPos(tree.mapToGlobal(buttonOf(camera)->geometry().center()));
+
+    camera->setHidden(true);
+    settle();
+
+    QVERIFY(!buttonOf(camera)->isVisible());
+}
+
+void TestStrayButtons::removingARowHidesItsButton()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A"), QStringLiteral("B")});
+    showTree(tree);
+    hoverRow(tree, tree.findCameraItem(1));
+    QPointer<CustomPushButton> button = buttonOf(tree.findCameraItem(1));
+    QVERIFY(button->isVisible());
+
+    delete tree.findCameraItem(1);
+
+    QVERIFY(!button->isVisible());
+}
+
+void TestStrayButtons::removingAContainerHidesAButtonBelow()
+{
+    KelDeviceTree tree;
+    QTreeWidgetItem *interfaceItem = addGenTLInterface(tree, 7000, "if-1");
+    KELA_STRUCT_DEVICE_INFO record = deviceRecord(9, genTLDevice("G", "if-1"), KELA_DEV_STATE_GENTL_FREE);
+    record.genTLInterface = interfaceRecord(7000, "if-1");
+    QTreeWidgetItem *device = addDevice(tree, record);
+    QCOMPARE(device->parent(), interfaceItem);
+    showTree(tree);
+    hoverRow(tree, device);
+    CustomPushButton *button = buttonOf(device);
+    QVERIFY(button->isVisible());
+
+    tree.onDeleteGenTLInterface(QVariant::fromValue(interfaceRecord(7000, "if-1")));
+
+    QCOMPARE(privateOf(tree).m_rightBtns.value(9), button);
+    QVERIFY(!button->isVisible());
+}
+
+void TestStrayButtons::buttonFollowsARowThatIsPushedDown()
+{
+    KelDeviceTree tree;
+    QTreeWidgetItem *card = addCameras(tree, {QStringLiteral("A")});
+    showTree(tree);
+    QTreeWidgetItem *camera = tree.findCameraItem(1);
+    hoverRow(tree, camera);
+    QVERIFY(buttonOf(camera)->isVisible());
+
+    tree.setStayTopList({QStringLiteral("B")});
+    addDevice(tree, gigeRecord(2, "B"));
+    QCOMPARE(card->indexOfChild(camera), 1);
+    settle();
+
+    const QRect rowRect = place(tree, camera);
+    QVERIFY(!buttonOf(camera)->isVisible() ||
+            buttonOf(camera)->geometry().top() ==
+                rowRect.top() + 7 + (rowRect.height() > 32 ? (rowRect.height() - 32) / 2 : 0));
+}
+
+void TestStrayButtons::rowAddedBelowLeavesTheButtonAlone()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A")});
+    showTree(tree);
+    CustomPushButton *button = buttonOf(tree.findCameraItem(1));
+    hoverRow(tree, tree.findCameraItem(1));
+    QVERIFY(button->isVisible());
+    settle();
+    EventCounter hides(button, QEvent::Hide);
+
+    addDevice(tree, gigeRecord(2, "B"));
+    settle();
+
+    QVERIFY(button->isVisible());
+    QCOMPARE(hides.count(), 0);
+}
+
+void TestStrayButtons::clearingTheTreeHidesTheButton()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A")});
+    showTree(tree);
+    CustomPushButton *button = buttonOf(tree.findCameraItem(1));
+    hoverRow(tree, tree.findCameraItem(1));
+    QVERIFY(button->isVisible());
+
+    tree.clear();
+
+    QVERIFY(!button->isVisible());
+}
+
+void TestStrayButtons::closingTheMenuHidesWhatThePointerLeft()
+{
+    KelDeviceTree tree;
+    showTree(tree);
+    QTreeWidgetItem *group = tree.findItem(KelDeviceTree::ItemGenTLRoot, -1);
+    hoverRow(tree, group);
+    KelGenTLMenu *menu = privateOf(tree).m_genTLMenu;
+    menu->popup(tree.mapToGlobal(QPoint(10, 10)));
+    QCursor::setPos(0, 0);
+    tree.leaveEvent(nullptr);
+    QVERIFY(buttonOf(group)->isVisible());
+
+    menu->close();
+    settle();
+
+    QVERIFY(!buttonOf(group)->isVisible());
+    QVERIFY(!privateOf(tree).m_configBtn->isVisible());
+}
+
+QTEST_MAIN(TestStrayButtons)
+#include "tst_keldevicetree_straybuttons.moc"
