@@ -3,11 +3,13 @@
 
 #include <KelAIndustryControl/KelAIndustryControl.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 /// A folder of a test with copies of sample producers in it.
@@ -47,6 +49,42 @@ inline void describe(const std::string &producer, const std::string &description
     const std::string fresh = producer + ".new";
     std::ofstream(fresh) << description;
     std::filesystem::rename(fresh, producer + ".txt");
+}
+
+/// True while a producer is loaded.
+inline bool isMapped(const std::string &file)
+{
+    std::ifstream maps("/proc/self/maps");
+    for (std::string line; std::getline(maps, line);) {
+        if (line.find(file) != std::string::npos)
+            return true;
+    }
+    return false;
+}
+
+/// Waits until a producer's file is let go; false when it is not.
+inline bool isLetGo(const std::string &file)
+{
+    for (int i = 0; i < 1500 && isMapped(file); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return !isMapped(file);
+}
+
+/// Waits until no producer has a thread any more; false when one stays.
+inline bool areThreadsGone()
+{
+    for (int i = 0; i < 1500; ++i) {
+        bool isOneLeft = false;
+        for (const auto &task : std::filesystem::directory_iterator("/proc/self/task")) {
+            std::string name;
+            std::getline(std::ifstream(task.path() / "comm"), name);
+            isOneLeft = isOneLeft || name == "kel-gentl";
+        }
+        if (!isOneLeft)
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
 }
 
 /// Collects the log lines of the device access while it lives.

@@ -33,6 +33,13 @@ struct GenTLHangs : ::testing::Test {
         interface = found.records[0];
     }
 
+    // What a test left hanging comes back while the program still runs.
+    void TearDown() override
+    {
+        access.UnloadGenTLLibrary(path.c_str());
+        EXPECT_TRUE(areThreadsGone());
+    }
+
     void hang(const char *call, milliseconds time) const
     {
         describe(path, std::string(kOneInterface) + "hang " + call + ' ' + std::to_string(time.count()) + '\n');
@@ -84,6 +91,7 @@ TEST_F(GenTLHangs, hungProducerGivesNoAnswerInTimeAndOthersGoOn)
         std::this_thread::sleep_for(milliseconds(100));
     EXPECT_EQ(interfacesOf(access, path).records.size(), 1U);
     EXPECT_EQ(devicesOf(access, interface).records.size(), 1U);
+    access.UnloadGenTLLibrary(other.c_str());
 }
 
 TEST_F(GenTLHangs, unloadingAHungProducerReturnsAtOnce)
@@ -166,6 +174,10 @@ TEST_F(GenTLHangs, destroyingAnObjectGivesItsProducerAMomentOnly)
 
 TEST(GenTLHangsDeathTest, leavingTheProgramDoesNotWaitForAHungProducer)
 {
+#if defined(__SANITIZE_THREAD__)
+    GTEST_SKIP()
+        << "the program ends with a thread inside the producer, which ThreadSanitizer takes for a race";
+#endif
     ::testing::GTEST_FLAG(death_test_style) = "threadsafe";
     EXPECT_EXIT(
         {

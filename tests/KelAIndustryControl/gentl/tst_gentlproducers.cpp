@@ -42,24 +42,6 @@ std::size_t entriesOf(const char *folder)
     return count;
 }
 
-bool isMapped(const std::string &file)
-{
-    std::ifstream maps("/proc/self/maps");
-    for (std::string line; std::getline(maps, line);) {
-        if (line.find(file) != std::string::npos)
-            return true;
-    }
-    return false;
-}
-
-/// Waits until a producer's file is let go; false when it is not.
-bool isLetGo(const std::string &file)
-{
-    for (int i = 0; i < 500 && isMapped(file); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    return !isMapped(file);
-}
-
 } // namespace
 
 TEST_F(GenTLProducers, interfacesAreListedWithTheirRecords)
