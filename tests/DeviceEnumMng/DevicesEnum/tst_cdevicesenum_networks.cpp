@@ -6,12 +6,13 @@
 #include <ScriptedAccess.h>
 #include <ScriptedRecords.h>
 
+#include "CountedRoute.h"
 #include "EventRecorder.h"
 #include "LogCapture.h"
+#include "VirtualCards.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -20,43 +21,6 @@
 
 namespace
 {
-
-bool ip(const QStringList &arguments)
-{
-    return QProcess::execute("ip", arguments) == 0;
-}
-
-// A card that is up and, through its peer, connected. The peer has no IPv4 address.
-bool makeCard(const QString &name, const QString &hardwareAddress)
-{
-    static int s_peers = 0;
-    const QString made = QString("made%1").arg(++s_peers);
-    const QString peer = QString("peer%1").arg(s_peers);
-    return ip({"link", "add", "name", made, "address", hardwareAddress, "type", "veth", "peer", "name",
-               peer}) &&
-           ip({"link", "set", "dev", made, "name", name}) && ip({"link", "set", "dev", name, "up"}) &&
-           ip({"link", "set", "dev", peer, "up"});
-}
-
-bool addAddress(const QString &name, const QString &address)
-{
-    return ip({"address", "add", address, "dev", name});
-}
-
-void removeAllCards()
-{
-    QProcess list;
-    list.start("ip", {"-o", "link", "show", "type", "veth"});
-    list.waitForFinished();
-    const QStringList lines = QString::fromUtf8(list.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
-    for (const QString &line : lines) {
-        // "7: name@peer: <FLAGS> ..."
-        const QString name = line.section(": ", 1, 1).section('@', 0, 0);
-        if (name.startsWith("peer")) {
-            ip({"link", "delete", "dev", name});
-        }
-    }
-}
 
 // The card events of one listing.
 QVector<RecordedEvent> listing(CDevicesEnum &enumerator, EventRecorder &recorder)
@@ -79,43 +43,6 @@ uint32_t gatewayOf(const RecordedEvent &event)
 {
     return event.interface.special.network.addresses[0].gateway;
 }
-
-// Puts a program first on the PATH that notes each run and then runs the real route.
-class CountedRoute
-{
-public:
-    CountedRoute()
-        : m_before(qgetenv("PATH"))
-    {
-        QString real = QStandardPaths::findExecutable("route");
-        if (real.isEmpty()) {
-            real = QStandardPaths::findExecutable("route", {"/usr/sbin", "/sbin"});
-        }
-        QFile program(m_folder.filePath("route"));
-        if (program.open(QIODevice::WriteOnly)) {
-            const QByteArray runs = QFile::encodeName(m_folder.filePath("runs"));
-            program.write("#!/bin/sh\necho run >>'" + runs + "'\nexec '" + QFile::encodeName(real) +
-                          "' \"$@\"\n");
-            program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        }
-        qputenv("PATH", QFile::encodeName(m_folder.path()) + ":" + m_before);
-    }
-
-    ~CountedRoute() { qputenv("PATH", m_before); }
-
-    CountedRoute(const CountedRoute &) = delete;
-    CountedRoute &operator=(const CountedRoute &) = delete;
-
-    int runs() const
-    {
-        QFile file(m_folder.filePath("runs"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
-    }
-
-private:
-    QTemporaryDir m_folder;
-    QByteArray m_before;
-};
 
 } // namespace
 

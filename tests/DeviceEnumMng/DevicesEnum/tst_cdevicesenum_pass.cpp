@@ -25,8 +25,6 @@ private Q_SLOTS:
     void deviceSeenThroughTwoCardsIsReportedTwiceUnderOneId();
     void failedPassRemovesNothing();
     void passWithoutDeviceAccessGivesTheMissingObjectCode();
-    void unreportedPassRemovesEveryKnownDevice();
-    void unreportedPassKeepsRemoteDevices();
     void eventsFollowTheOrderOfTheList();
     void deviceEventsCarryNoInterface();
     void recordIsZeroBesidesWhatThePassKnows();
@@ -38,6 +36,7 @@ private Q_SLOTS:
     void twoEqualDevicesThatNameNoTransportAreBothReported();
     void usbDeviceHasAnEmptyControllerBlockWithoutControllers();
     void transportsAndFlagReachTheDeviceAccess();
+    void everyListComesToTheDeviceAccessZeroed();
     void gigeVariantEnumeratorRemovesGigEDevicesOnly();
     void enumeratorOfOneTransportLeavesOthersAlone();
     void countAbove256ReadsTheListOnly();
@@ -149,48 +148,6 @@ void tst_CDevicesEnum_pass::passWithoutDeviceAccessGivesTheMissingObjectCode()
     CDevicesEnum enumerator;
 
     QCOMPARE(enumerator.EnumDevices(), 0x90000000U);
-}
-
-void tst_CDevicesEnum_pass::unreportedPassRemovesEveryKnownDevice()
-{
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator, [&enumerator](const RecordedEvent &event) {
-        if (event.kind == KELA_INTERFACE_STATE_PASS_END) {
-            enumerator.FinishOneEnum();
-        }
-    });
-    enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
-    scriptedAccess().plug(usbCamera("U1"));
-    enumerator.UpdateOnce(true, true);
-    QVERIFY(recorder.waitForEnds(1));
-
-    enumerator.UpdateOnce(false, true);
-    QVERIFY(recorder.waitForEnds(2));
-
-    QCOMPARE(recorder.take(), QStringList({"begin", "new U1", "end 0", "begin", "removed U1", "end 0"}));
-}
-
-void tst_CDevicesEnum_pass::unreportedPassKeepsRemoteDevices()
-{
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator, [&enumerator](const RecordedEvent &event) {
-        if (event.kind == KELA_INTERFACE_STATE_PASS_END) {
-            enumerator.FinishOneEnum();
-        }
-    });
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    scriptedAccess().plugBehindRouter(gigeCamera("R1", 99));
-    KELA_STRUCT_DEVICE_INFO remote = {};
-    remote.deviceInfo = gigeCamera("R1", 99);
-    QVERIFY(enumerator.AddRemoteDevice(&remote) > 0);
-    recorder.takeEvents();
-
-    enumerator.UpdateOnce(false, true);
-    QVERIFY(recorder.waitForEnds(1));
-
-    QCOMPARE(recorder.take(), QStringList({"begin", "updated R1", "end 0"}));
 }
 
 void tst_CDevicesEnum_pass::eventsFollowTheOrderOfTheList()
@@ -491,6 +448,22 @@ void tst_CDevicesEnum_pass::usbControllerNumbersStartAtOne()
 
     QCOMPARE(enumerator.GetUSBControllersIDIndex(), 1);
     QCOMPARE(enumerator.GetUSBControllersIDIndex(), 2);
+}
+
+void tst_CDevicesEnum_pass::everyListComesToTheDeviceAccessZeroed()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_USB, false);
+    scriptedAccess().plug(usbCamera("U1"));
+
+    enumerator.EnumDevices();
+    enumerator.EnumDevices();
+
+    for (const ScriptedCall &call : scriptedAccess().calls(Operation::EnumDevices)) {
+        QVERIFY(call.wasZeroed);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_CDevicesEnum_pass)

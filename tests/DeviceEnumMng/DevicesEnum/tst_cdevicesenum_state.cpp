@@ -60,6 +60,7 @@ private Q_SLOTS:
     void multicastTestDisconnectsWhateverFails_data();
     void multicastTestDisconnectsWhateverFails();
     void destinationIsTheLow32BitsOfItsNode();
+    void everyNodeValueComesToTheDeviceAccessZeroed();
     void temporaryObjectsAreGoneAfterwards();
     void deviceWithoutCardIsJudgedByItsHostAddress();
 };
@@ -365,6 +366,20 @@ void tst_CDevicesEnum_state::deviceWithoutCardIsJudgedByItsHostAddress()
     QVERIFY(enumerator.IsReachable(record));
     record.deviceInfo.special.gige.hostIp = ipv4(10, 0, 0, 1);
     QVERIFY(!enumerator.IsReachable(record));
+}
+
+void tst_CDevicesEnum_state::everyNodeValueComesToTheDeviceAccessZeroed()
+{
+    CDevicesEnum enumerator;
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = plugged(gigeCamera("A1"));
+    scriptedAccess().holdAndStream("A1", ipv4(239, 1, 2, 3), 50000);
+
+    enumerator.IsMultiOpened(record);
+
+    const std::vector<ScriptedCall> calls = scriptedAccess().calls(Operation::GetIntegerNodeValue);
+    QCOMPARE(calls.size(), std::size_t(2));
+    QVERIFY(calls[0].wasZeroed && calls[1].wasZeroed);
 }
 
 QTEST_GUILESS_MAIN(tst_CDevicesEnum_state)

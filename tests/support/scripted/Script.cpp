@@ -274,14 +274,14 @@ uint32_t Script::takeFault(const Subject &subject)
 }
 
 uint32_t Script::enter(ScriptedObject &object, Operation operation, std::string_view subject, int64_t argument,
-                       bool flag)
+                       bool flag, bool wasZeroed)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     if (!m_isRecording && m_stalls.empty() && m_faults.empty() && m_nextFaults.empty()) {
         return KELA_OK;
     }
     const Subject key(operation, subject);
-    m_calls.push_back({operation, key.second, argument, flag});
+    m_calls.push_back({operation, key.second, argument, flag, wasZeroed});
     if (isStalled(key)) {
         ++m_stalledCalls;
         m_changed.notify_all();

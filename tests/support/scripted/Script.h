@@ -61,7 +61,7 @@ public:
     /// Records a call, lets it hang and fail as the script says.
     /// @return 0 when it is to be answered
     uint32_t enter(ScriptedObject &object, Operation operation, std::string_view subject, int64_t argument = 0,
-                   bool flag = false);
+                   bool flag = false, bool wasZeroed = true);
 
     uint32_t devicesOf(ScriptedObject &object, uint32_t transports, KELA_DEVICE_INFO_LIST &list);
     uint32_t interfacesOf(ScriptedObject &object, const std::string &path, KELA_GENTL_IF_INFO_LIST &list);

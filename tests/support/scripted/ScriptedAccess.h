@@ -36,6 +36,7 @@ struct ScriptedCall {
     std::string subject; ///< serial number, producer path, interface identifier or node name
     int64_t argument;    ///< transports, access mode, acknowledge mode or address
     bool flag;           ///< the call's bool argument
+    bool wasZeroed;      ///< the record to be filled came zeroed; true for calls that fill none
 };
 
 /// The script that the scripted device access plays: which cameras and producers there are, who holds

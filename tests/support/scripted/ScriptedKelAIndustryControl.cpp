@@ -5,6 +5,8 @@
 
 #include "Script.h"
 
+#include <algorithm>
+
 struct KelAIndustryControl::Impl {
     ScriptedObject object;
 };
@@ -20,6 +22,13 @@ std::string_view serialOf(const KELA_DEVICE_INFO_EX *device)
 std::string_view pathOf(const char *path)
 {
     return path == nullptr ? std::string_view() : std::string_view(path);
+}
+
+template <typename Record>
+bool isZero(const Record &record)
+{
+    const auto *bytes = static_cast<const unsigned char *>(static_cast<const void *>(&record));
+    return std::all_of(bytes, bytes + sizeof(record), [](unsigned char byte) { return byte == 0; });
 }
 
 } // namespace
@@ -39,8 +48,8 @@ unsigned int KelAIndustryControl::EnumDevices(unsigned int nInterfaceType, KELA_
                                               bool bLibraryFlag)
 {
     Script &script = Script::instance();
-    const uint32_t fault =
-        script.enter(m_impl->object, Operation::EnumDevices, std::string_view(), nInterfaceType, bLibraryFlag);
+    const uint32_t fault = script.enter(m_impl->object, Operation::EnumDevices, std::string_view(),
+                                        nInterfaceType, bLibraryFlag, isZero(*pList));
     if (script.isCancelled(m_impl->object)) {
         return KELA_ERROR_CANCELLED;
     }
@@ -50,7 +59,8 @@ unsigned int KelAIndustryControl::EnumDevices(unsigned int nInterfaceType, KELA_
 unsigned int KelAIndustryControl::EnumInterfacesByGenTL(KELA_GENTL_IF_INFO_LIST *pList, const char *strCtiPath)
 {
     Script &script = Script::instance();
-    const uint32_t fault = script.enter(m_impl->object, Operation::EnumInterfacesByGenTL, pathOf(strCtiPath));
+    const uint32_t fault = script.enter(m_impl->object, Operation::EnumInterfacesByGenTL, pathOf(strCtiPath), 0,
+                                        false, isZero(*pList));
     return fault != KELA_OK ? fault
                             : script.interfacesOf(m_impl->object, std::string(pathOf(strCtiPath)), *pList);
 }
@@ -60,8 +70,8 @@ unsigned int KelAIndustryControl::EnumDevicesByGenTL(KELA_GENTL_IF_INFO *pInterf
 {
     Script &script = Script::instance();
     const std::string_view identifier = fixedText(pInterface->identifier);
-    const uint32_t fault =
-        script.enter(m_impl->object, Operation::EnumDevicesByGenTL, identifier, pInterface->number);
+    const uint32_t fault = script.enter(m_impl->object, Operation::EnumDevicesByGenTL, identifier,
+                                        pInterface->number, false, isZero(*pList));
     return fault != KELA_OK ? fault
                             : script.devicesOfInterface(m_impl->object, identifier, pInterface->number, *pList);
 }
@@ -69,7 +79,8 @@ unsigned int KelAIndustryControl::EnumDevicesByGenTL(KELA_GENTL_IF_INFO *pInterf
 unsigned int KelAIndustryControl::EnumDevicesByGenTLEx(void *hInterface, KELA_DEVICE_INFO_LIST *pList)
 {
     Script &script = Script::instance();
-    const uint32_t fault = script.enter(m_impl->object, Operation::EnumDevicesByGenTLEx, std::string_view());
+    const uint32_t fault = script.enter(m_impl->object, Operation::EnumDevicesByGenTLEx, std::string_view(), 0,
+                                        false, isZero(*pList));
     return fault != KELA_OK ? fault : script.devicesOfHandle(m_impl->object, hInterface, *pList);
 }
 
@@ -137,8 +148,8 @@ unsigned int KelAIndustryControl::GetIntegerNodeValue(const char *strNode, KELCC
                                                       bool bReserved)
 {
     Script &script = Script::instance();
-    const uint32_t fault =
-        script.enter(m_impl->object, Operation::GetIntegerNodeValue, pathOf(strNode), 0, bReserved);
+    const uint32_t fault = script.enter(m_impl->object, Operation::GetIntegerNodeValue, pathOf(strNode), 0,
+                                        bReserved, isZero(*pValue));
     if (fault != KELA_OK) {
         return fault;
     }
