@@ -163,16 +163,20 @@ TEST_F(GigeBadInput, cardThatGoesDownTakesItsCamerasAndLeavesOneLine)
 TEST_F(GigeBadInput, hostWithoutSocketsLeftReportsAnErrorAndNoEmptyList)
 {
     cameras->add(smallCamera(2), "c0");
+    // The first pass is for the sanitizers, which need descriptors of their own the first time.
+    ASSERT_EQ(enumerate(), 0U);
+    KelAIndustryControl second;
+    KELA_DEVICE_INFO_LIST found = {};
     rlimit before = {};
     ::getrlimit(RLIMIT_NOFILE, &before);
     const rlimit none{3, before.rlim_max};
     ::setrlimit(RLIMIT_NOFILE, &none);
-    const unsigned int result = enumerate();
+    const unsigned int result = second.EnumDevices(KELA_INTERFACE_TYPE_GIGE, &found, false);
     ::setrlimit(RLIMIT_NOFILE, &before);
 
     EXPECT_EQ(result, static_cast<unsigned int>(KELA_ERROR_RESOURCE));
-    EXPECT_EQ(enumerate(), 0U);
-    EXPECT_EQ(list.count, 1U);
+    EXPECT_EQ(second.EnumDevices(KELA_INTERFACE_TYPE_GIGE, &found, false), 0U);
+    EXPECT_EQ(found.count, 1U);
 }
 
 TEST_F(GigeBadInput, brokenCamerasBesideGoodOnesDoNotMakeThePassLong)
