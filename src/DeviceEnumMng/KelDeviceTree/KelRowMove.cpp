@@ -19,14 +19,13 @@ namespace
 struct ViewState {
     QTreeWidgetItem *item = nullptr;
     bool isExpanded = false;
-    bool isHidden = false;
     bool isSelected = false;
     bool isCurrent = false;
 };
 
 void collect(QTreeWidgetItem *item, const QTreeWidgetItem *current, QVector<ViewState> &states)
 {
-    states.append({item, item->isExpanded(), item->isHidden(), item->isSelected(), item == current});
+    states.append({item, item->isExpanded(), item->isSelected(), item == current});
     for (int row = 0; row < item->childCount(); ++row) {
         collect(item->child(row), current, states);
     }
@@ -69,9 +68,6 @@ void loosenCurrent(KelDeviceTree *tree, const QVector<ViewState> &states)
 void restoreSilently(KelDeviceTree *tree, const QVector<ViewState> &states, int currentColumn)
 {
     for (const ViewState &state : states) {
-        if (state.isHidden) {
-            state.item->setHidden(true);
-        }
         if (state.isSelected) {
             tree->selectionModel()->select(KelDeviceTreePrivate::indexOf(tree, state.item),
                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);

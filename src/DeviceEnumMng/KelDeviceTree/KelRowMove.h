@@ -10,8 +10,8 @@ namespace KelRowMove
 {
 
 /// Takes a row out and puts it back as the first one of its parent. The view forgets what it knows of a
-/// row that is taken out; here the row and all below it keep being unfolded, hidden, selected and current,
-/// and nobody is told that the selection or the current row changed meanwhile.
+/// row that is taken out, but for its being hidden; here the row and all below it keep being unfolded,
+/// selected and current, and nobody is told that the selection or the current row changed meanwhile.
 ///
 /// The model's own signals are sent, and whoever hears them may remove the row or destroy the tree.
 ///

@@ -7,7 +7,33 @@
 
 #include <ScriptedAccess.h>
 
+#include <QPaintEvent>
+#include <QRegion>
 #include <QTest>
+#include <QTreeWidgetItem>
+
+namespace
+{
+
+/// Remembers what of a widget was painted.
+class PaintedArea : public QObject
+{
+public:
+    explicit PaintedArea(QWidget *widget) { widget->installEventFilter(this); }
+
+    QRegion region;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            region += static_cast<QPaintEvent *>(event)->region();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
 
 class TestShownButton : public QObject
 {
@@ -23,6 +49,7 @@ private Q_SLOTS:
     void menuButtonStandsLeftOfTheButton();
     void menuButtonNeedsAButton();
     void nothingIsRepaintedWhenNothingChanges();
+    void onlyTheRowsBelowChangedButtonsArePainted();
     void switchedOffButtonsAreHiddenAndLeftAlone();
     void switchingOffTwiceHidesOnce();
 };
@@ -123,14 +150,38 @@ void TestShownButton::nothingIsRepaintedWhenNothingChanges()
 {
     KelDeviceTree tree;
     showTree(tree);
-    tree.setCurRightBtn(nullptr, false);
-    QCoreApplication::processEvents();
-    EventCounter paints(tree.viewport(), QEvent::Paint);
+    // Painting hides the button of a row that nobody points to; this one has no row.
+    CustomPushButton *shown = privateOf(tree).getItemRightBtn(7, false);
+    for (CustomPushButton *button : {static_cast<CustomPushButton *>(nullptr), shown}) {
+        tree.setCurRightBtn(button, false);
+        settle();
+        EventCounter paints(tree.viewport(), QEvent::Paint);
+
+        tree.setCurRightBtn(button, false);
+        settle();
+
+        QCOMPARE(paints.count(), 0);
+        QCOMPARE(shown->isVisible(), button == shown);
+    }
+}
+
+void TestShownButton::onlyTheRowsBelowChangedButtonsArePainted()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")});
+    showTree(tree);
+    hoverRow(tree, tree.findCameraItem(2));
+    settle();
+    PaintedArea painted(tree.viewport());
 
     tree.setCurRightBtn(nullptr, false);
-    QCoreApplication::processEvents();
+    settle();
 
-    QCOMPARE(paints.count(), 0);
+    QRect row = tree.visualItemRect(tree.findCameraItem(2));
+    row.setLeft(0);
+    QVERIFY(painted.region.contains(row.center()));
+    QVERIFY(!painted.region.intersects(tree.visualItemRect(tree.findItem(KelDeviceTree::ItemAll, -1))));
+    QVERIFY(!painted.region.intersects(tree.visualItemRect(tree.findItem(KelDeviceTree::ItemUSBRoot, -1))));
 }
 
 void TestShownButton::switchedOffButtonsAreHiddenAndLeftAlone()

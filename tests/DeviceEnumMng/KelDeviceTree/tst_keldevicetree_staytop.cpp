@@ -376,20 +376,25 @@ void TestStayTop::movedRowKeepsTheOthersUnselected()
 void TestStayTop::movedContainerKeepsWhatIsUnfolded()
 {
     KelDeviceTree tree;
-    QTreeWidgetItem *card = addCameras(tree, list("A"));
+    addCameras(tree, list("A"));
     QTreeWidgetItem *folded = addCard(tree, 501, "card-b");
-    addDevice(tree, gigeRecord(9, "B", KELA_DEV_STATE_GIGE_FREE, "card-b"));
+    QTreeWidgetItem *unfolded = addCard(tree, 502, "card-c");
+    addDevice(tree, gigeRecord(8, "B", KELA_DEV_STATE_GIGE_FREE, "card-b"));
+    addDevice(tree, gigeRecord(9, "C", KELA_DEV_STATE_GIGE_FREE, "card-c"));
+    addDevice(tree, gigeRecord(10, "D", KELA_DEV_STATE_GIGE_FREE, "card-c"))->setHidden(true);
     folded->setExpanded(false);
-    tree.setCurrentItem(tree.findCameraItem(1));
-    tree.findCameraItem(9)->setHidden(true);
+    tree.setCurrentItem(tree.findCameraItem(9));
 
     tree.setStayTopList({QString()});
 
-    QVERIFY(card->isExpanded());
+    QCOMPARE(unfolded->parent()->indexOfChild(unfolded), 0);
+    QCOMPARE(folded->parent()->indexOfChild(folded), 1);
+    QVERIFY(unfolded->isExpanded());
     QVERIFY(!folded->isExpanded());
-    QCOMPARE(tree.currentItem(), tree.findCameraItem(1));
-    QVERIFY(tree.findCameraItem(9)->isHidden());
-    QVERIFY(!tree.findCameraItem(1)->isHidden());
+    QCOMPARE(tree.currentItem(), tree.findCameraItem(9));
+    QVERIFY(tree.findCameraItem(9)->isSelected());
+    QVERIFY(tree.findCameraItem(10)->isHidden());
+    QVERIFY(!tree.findCameraItem(9)->isHidden());
 }
 
 void TestStayTop::movedRowStaysHidden()

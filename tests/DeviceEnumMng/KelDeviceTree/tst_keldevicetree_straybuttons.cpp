@@ -35,6 +35,7 @@ private Q_SLOTS:
     void removingAContainerHidesAButtonBelow();
     void buttonFollowsARowThatIsPushedDown();
     void rowAddedBelowLeavesTheButtonAlone();
+    void rowRemovedElsewhereLeavesTheButtonAlone();
     void clearingTheTreeHidesTheButton();
     void closingTheMenuHidesWhatThePointerLeft();
 };
@@ -159,6 +160,24 @@ void TestStrayButtons::rowAddedBelowLeavesTheButtonAlone()
     EventCounter hides(button, QEvent::Hide);
 
     addDevice(tree, gigeRecord(2, "B"));
+    settle();
+
+    QVERIFY(button->isVisible());
+    QCOMPARE(hides.count(), 0);
+}
+
+void TestStrayButtons::rowRemovedElsewhereLeavesTheButtonAlone()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A"), QStringLiteral("B")});
+    showTree(tree);
+    CustomPushButton *button = buttonOf(tree.findCameraItem(1));
+    hoverRow(tree, tree.findCameraItem(1));
+    QVERIFY(button->isVisible());
+    settle();
+    EventCounter hides(button, QEvent::Hide);
+
+    tree.deleteCameraItem(tree.findCameraItem(2));
     settle();
 
     QVERIFY(button->isVisible());
