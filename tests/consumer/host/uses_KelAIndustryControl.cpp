@@ -6,6 +6,7 @@ int main()
 {
     KelAIndustryControl access;
     KELA_DEVICE_INFO_LIST list = {};
-    const bool listsNothing = access.EnumDevices(KELA_INTERFACE_TYPE_1394, &list, false) == KELA_OK && list.count == 0;
+    const bool listsNothing =
+        access.EnumDevices(KELA_INTERFACE_TYPE_1394, &list, false) == KELA_OK && list.count == 0;
     return listsNothing ? 0 : 1;
 }
