@@ -14,6 +14,7 @@
 #include <QMetaObject>
 
 #include <array>
+#include <atomic>
 #include <utility>
 
 namespace
@@ -32,6 +33,10 @@ struct TreeEvent {
     int deviceType = 0;
 };
 
+// Orders what a worker wrote into a record before what the GUI thread reads there. Qt's queue of events does
+// so too; here the order is ours to see, and a thread checker's.
+std::atomic<unsigned> g_sentEvents{0};
+
 // Set by a connection that runs first, on the emitting thread: tells whether an emission reached anybody.
 thread_local bool *t_reached = nullptr;
 
@@ -44,6 +49,7 @@ void sendToTree(KelDeviceTree *tree, const TreeEvent &event)
 {
     bool reached = false;
     bool *const outer = std::exchange(t_reached, &reached);
+    g_sentEvents.fetch_add(1, std::memory_order_release);
     Q_EMIT tree->sigEventSink(event.interface, event.device, event.kind, event.errorCode, event.deviceType);
     t_reached = outer;
     if (!reached) {
@@ -218,6 +224,7 @@ int KelDeviceTreePrivate::removeRemoteDevice(KELA_STRUCT_DEVICE_INFO &info)
 void KelDeviceTreePrivate::onEventSink(const QVariant &stNetCardInfo, const QVariant &stDeviceInfo,
                                        int nKelAIntefaceState, int nErrorCode, int nDeviceType)
 {
+    g_sentEvents.load(std::memory_order_acquire);
     switch (nKelAIntefaceState) {
     case KELA_INTERFACE_STATE_INTERFACE_NEW:
     case KELA_INTERFACE_STATE_INTERFACE_UPDATED:
