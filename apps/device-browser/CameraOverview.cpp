@@ -22,13 +22,9 @@ struct Overview {
 /// A longer list would not be read; the tree shows it.
 constexpr int kMostLines = 48;
 
-QString standingText(const KELA_STRUCT_DEVICE_INFO &device)
+QString addressText(const KELA_DEVICE_INFO_EX &device)
 {
-    const QString state = conditionText(conditionOf(device.deviceState));
-    if (device.deviceInfo.transport != KELA_INTERFACE_TYPE_GIGE)
-        return state;
-    const QString address = ipv4::text(device.deviceInfo.special.gige.currentIp);
-    return address.isEmpty() ? state : QStringLiteral("%1   ·   %2").arg(address, state);
+    return device.transport == KELA_INTERFACE_TYPE_GIGE ? ipv4::text(device.special.gige.currentIp) : QString();
 }
 
 } // namespace
@@ -87,8 +83,11 @@ FactGroup cameraOverview(const QVector<KELA_STRUCT_DEVICE_INFO> &devices)
 {
     FactGroup group{Overview::tr("Cameras"), {}};
     const int shown = std::min(devices.size(), kMostLines);
-    for (int i = 0; i < shown; ++i)
-        group.add(displayName(devices.at(i).deviceInfo), standingText(devices.at(i)));
+    for (int i = 0; i < shown; ++i) {
+        const KELA_STRUCT_DEVICE_INFO &device = devices.at(i);
+        group.add(displayName(device.deviceInfo), conditionText(conditionOf(device.deviceState)),
+                  addressText(device.deviceInfo));
+    }
     if (devices.size() > shown)
         group.add(Overview::tr("and more"), QString::number(devices.size() - shown));
     return group;

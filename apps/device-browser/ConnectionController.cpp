@@ -103,6 +103,11 @@ void ConnectionController::listenTo(KelDeviceTree *tree)
 
 void ConnectionController::listenToConnections()
 {
+    // A GigE camera is asked itself, and its connection outlives a lost discovery.
+    connect(m_parts.monitor, &EnumerationMonitor::deviceGone, this, [this](long id, int transport) {
+        if (transport != KELA_INTERFACE_TYPE_GIGE)
+            m_parts.connections->noteGone(id);
+    });
     ConnectionManager *connections = m_parts.connections;
     connect(connections, &ConnectionManager::opened, this, [this](long id) {
         if (const KELA_STRUCT_DEVICE_INFO *device = m_parts.connections->device(id))

@@ -72,6 +72,14 @@ void ConnectionManager::close(long id)
     Q_EMIT changed(id);
 }
 
+void ConnectionManager::noteGone(long id)
+{
+    if (session(id).state != SessionState::Open)
+        return;
+    note(id, SessionState::Lost, KELA_ERROR_UNREACHABLE);
+    Q_EMIT lost(id, KELA_ERROR_UNREACHABLE);
+}
+
 OwnSession ConnectionManager::session(long id) const
 {
     if (const Connection *connection = find(id))

@@ -36,6 +36,9 @@ public:
     /// Gives a device back, a lost one too.
     void close(long id);
 
+    /// To be called for a held device that is not there any more, where the device itself cannot be asked.
+    void noteGone(long id);
+
     /// How far the connection to a device has come, with the last error where there is none.
     OwnSession session(long id) const;
     /// What was read last of a device; empty when it is not held.

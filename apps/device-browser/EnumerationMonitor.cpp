@@ -45,7 +45,7 @@ void EnumerationMonitor::noteEvent(const QVariant &container, const QVariant &de
         m_goneDevices.remove(device.value<KELA_STRUCT_DEVICE_INFO>().deviceId);
         break;
     case KELA_INTERFACE_STATE_DEVICE_REMOVED:
-        m_goneDevices.insert(device.value<KELA_STRUCT_DEVICE_INFO>().deviceId);
+        noteGone(device.value<KELA_STRUCT_DEVICE_INFO>());
         break;
     case KELA_INTERFACE_STATE_PASS_BEGIN:
         m_begun[type].start();
@@ -58,6 +58,12 @@ void EnumerationMonitor::noteEvent(const QVariant &container, const QVariant &de
     default:
         break;
     }
+}
+
+void EnumerationMonitor::noteGone(const KELA_STRUCT_DEVICE_INFO &device)
+{
+    m_goneDevices.insert(device.deviceId);
+    Q_EMIT deviceGone(device.deviceId, static_cast<int>(device.deviceInfo.transport));
 }
 
 void EnumerationMonitor::noteContainer(const QVariant &container, bool isGone)

@@ -40,9 +40,12 @@ public:
 Q_SIGNALS:
     void passBegan(int transport);
     void passEnded(int transport, int milliseconds, int errorCode);
+    /// A device was reported gone, whether its row left or not.
+    void deviceGone(long id, int transport);
 
 private:
     void noteEvent(const QVariant &container, const QVariant &device, int kind, int errorCode, int transport);
+    void noteGone(const KELA_STRUCT_DEVICE_INFO &device);
     void noteContainer(const QVariant &container, bool isGone);
 
     QSet<long> m_goneDevices;

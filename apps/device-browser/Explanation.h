@@ -21,6 +21,7 @@ enum class Standing {
 struct Fact {
     QString label;
     QString value;
+    QString note{}; ///< in a column of its own; may be empty
 };
 
 /// Figures that belong together.
@@ -29,10 +30,10 @@ struct FactGroup {
     QVector<Fact> facts;
 
     /// Adds a figure unless it is empty.
-    void add(const QString &label, const QString &value)
+    void add(const QString &label, const QString &value, const QString &note = QString())
     {
         if (!value.isEmpty())
-            facts.append({label, value});
+            facts.append({label, value, note});
     }
 };
 

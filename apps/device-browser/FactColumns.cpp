@@ -27,29 +27,27 @@ FactColumns::FactColumns(QWidget *parent)
 
 void FactColumns::setGroups(const QVector<FactGroup> &groups)
 {
-    const bool isCountNew = m_tables.size() != groups.size();
     while (m_tables.size() > groups.size())
         delete m_tables.takeLast();
     while (m_tables.size() < groups.size())
         m_tables.append(new FactTable(this));
     for (int i = 0; i < groups.size(); ++i)
         m_tables.at(i)->setGroup(groups.at(i));
-    if (isCountNew)
-        place();
+    place();
 }
 
 void FactColumns::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    const int columns = width() >= kRoomForTwo ? 2 : 1;
-    if (columns == m_columns)
-        return;
-    m_columns = columns;
     place();
 }
 
 void FactColumns::place()
 {
+    const int columns = width() >= kRoomForTwo && m_tables.size() > 1 ? 2 : 1;
+    if (columns == m_columns && m_grid->count() == m_tables.size())
+        return;
+    m_columns = columns;
     for (FactTable *table : qAsConst(m_tables))
         m_grid->removeWidget(table);
     for (int i = 0; i < m_tables.size(); ++i) {

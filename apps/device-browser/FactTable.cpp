@@ -8,6 +8,8 @@
 #include <QGridLayout>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace browser
 {
 
@@ -16,6 +18,7 @@ namespace
 
 /// As wide in every table, so that values stand below each other across the panel.
 constexpr int kLabelWidth = 150;
+constexpr int kColumns = 3;
 
 } // namespace
 
@@ -47,14 +50,20 @@ void FactTable::setGroup(const FactGroup &group)
 {
     m_title->setText(group.title);
     const int count = group.facts.size();
+    const bool hasNotes = std::any_of(group.facts.cbegin(), group.facts.cend(),
+                                      [](const Fact &fact) { return !fact.note.isEmpty(); });
+    m_grid->setColumnStretch(2, hasNotes ? 3 : 0);
     for (int row = 0; row < count; ++row) {
         cell(row, 0)->setText(group.facts.at(row).label);
         cell(row, 1)->setText(group.facts.at(row).value);
+        cell(row, 2)->setText(group.facts.at(row).note);
     }
     m_rows = std::max(m_rows, count);
     for (int row = 0; row < m_rows; ++row) {
-        cell(row, 0)->setVisible(row < count);
-        cell(row, 1)->setVisible(row < count);
+        for (int column = 0; column < kColumns; ++column) {
+            QLabel *label = cell(row, column);
+            label->setVisible(row < count && (column < kColumns - 1 || !label->text().isEmpty()));
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 #include "LiveView.h"
 
 #include "ConnectionManager.h"
+#include "DeviceExplanation.h"
 #include "DeviceText.h"
 #include "PlainLabel.h"
 #include "StandingColors.h"
@@ -84,16 +85,37 @@ void LiveView::showState()
 void LiveView::showValues(const ReadValues &values)
 {
     showState();
-    if (m_table->topLevelItemCount() != values.size()) {
-        m_table->clear();
-        for (int i = 0; i < values.size(); ++i)
-            m_table->addTopLevelItem(new QTreeWidgetItem);
-    }
-    for (int i = 0; i < values.size(); ++i) {
-        m_table->topLevelItem(i)->setText(0, values.at(i).node);
-        m_table->topLevelItem(i)->setText(1, valueText(values.at(i)));
+    QVector<Fact> lines;
+    for (const ReadValue &value : values)
+        lines.append({value.node, valueText(value)});
+    if (lines.isEmpty())
+        lines = factsOfRecord();
+    // What was shown last stays in view when the camera has been given back.
+    if (lines.isEmpty())
+        return;
+    while (m_table->topLevelItemCount() > lines.size())
+        delete m_table->takeTopLevelItem(lines.size());
+    while (m_table->topLevelItemCount() < lines.size())
+        m_table->addTopLevelItem(new QTreeWidgetItem);
+    for (int i = 0; i < lines.size(); ++i) {
+        m_table->topLevelItem(i)->setText(0, lines.at(i).label);
+        m_table->topLevelItem(i)->setText(1, lines.at(i).value);
     }
     m_table->resizeColumnToContents(0);
+}
+
+QVector<Fact> LiveView::factsOfRecord() const
+{
+    QVector<Fact> facts;
+    const KELA_STRUCT_DEVICE_INFO *device = m_manager->device(m_id);
+    if (!device || !watchedNodes(device->deviceInfo.transport).isEmpty())
+        return facts;
+    DeviceContext context;
+    context.node = readDeviceNode(device->deviceInfo);
+    const QVector<FactGroup> groups = explainDevice(*device, context).groups;
+    for (const FactGroup &group : groups)
+        facts += group.facts;
+    return facts;
 }
 
 void LiveView::retranslate()

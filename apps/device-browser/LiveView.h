@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DeviceValues.h"
+#include "Explanation.h"
 #include "OwnSession.h"
 
 #include <QElapsedTimer>
@@ -15,7 +16,8 @@ namespace browser
 
 class ConnectionManager;
 
-/// What a connected camera says of itself, read again every second. Thread: GUI.
+/// What a connected camera says of itself, read again every second; of a transport without readable
+/// values, what is known of the camera. Thread: GUI.
 class LiveView : public QWidget
 {
     Q_OBJECT
@@ -33,6 +35,7 @@ protected:
 private:
     void showState();
     void showValues(const ReadValues &values);
+    QVector<Fact> factsOfRecord() const;
     void retranslate();
 
     long m_id;

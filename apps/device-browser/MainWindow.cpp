@@ -25,6 +25,7 @@
 #include <QDockWidget>
 #include <QHeaderView>
 #include <QMenuBar>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -225,7 +226,7 @@ void MainWindow::retranslate()
 
 void MainWindow::restoreLayout()
 {
-    resize(1240, 820);
+    resize(QSize(1280, 900).boundedTo(QGuiApplication::primaryScreen()->availableSize()));
     resizeDocks({m_treeDock}, {380}, Qt::Horizontal);
     resizeDocks({m_logDock}, {170}, Qt::Vertical);
     if (m_line.screenshot.isEmpty()) {

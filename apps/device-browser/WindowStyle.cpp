@@ -13,7 +13,7 @@ QString windowStyle()
                           "QStatusBar::item { border: none; }"
                           "QStatusBar QLabel { padding: 2px 8px; }"
                           "QTableView::item { padding: 0px 8px; border: none; }"
-                          "QTableView QHeaderView::section { padding: 4px 8px; }");
+                          "QTableView QHeaderView::section { padding: 4px 11px; }");
 }
 
 } // namespace browser

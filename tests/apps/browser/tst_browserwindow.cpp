@@ -19,6 +19,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
@@ -74,6 +75,9 @@ private Q_SLOTS:
     void everythingIsReachableFromTheMenuBar();
     void hiddenKindsLeaveAndComeBack();
     void refreshingByHandWorksWithoutAutomatic();
+    void genTLInterfaceShowsItsCamerasWhileItIsOpen();
+    void cameraLinkCamerasStandInTheGroupOfTheBrowser();
+    void usbCameraIsHeldAndGivenBack();
     void closingGivesCamerasBack();
 
 private:
@@ -478,6 +482,67 @@ void TestBrowserWindow::refreshingByHandWorksWithoutAutomatic()
     trigger(QStringLiteral("Refresh all"));
 
     QTRY_VERIFY_WITH_TIMEOUT(!row(kConveyor), kLeavesWithinMs);
+}
+
+void TestBrowserWindow::genTLInterfaceShowsItsCamerasWhileItIsOpen()
+{
+    QTreeWidgetItem *group = tree()->findItem(KelDeviceTree::ItemGenTLRoot, -1);
+    if (!QFileInfo::exists(QStringLiteral("/opt/KELS/lib/64/KelFGSampleGEV.cti")))
+        QSKIP("no private /opt here");
+    const auto interfaceId = [group]() -> long {
+        for (int i = 0; i < group->childCount(); ++i) {
+            if (rows::textOf(group->child(i)).contains(QStringLiteral("Ethernet port 0")))
+                return rows::idOf(group->child(i));
+        }
+        return -1;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(interfaceId() >= 0, 10000);
+    const long id = interfaceId();
+    QVERIFY(!row(QStringLiteral("GT-0001")));
+
+    Q_EMIT tree()->sigRightBtnClicked(id, true);
+    QTRY_VERIFY_WITH_TIMEOUT(row(QStringLiteral("GT-0001")) && row(QStringLiteral("GT-0002")), 5000);
+    QCOMPARE(rows::idOf(row(QStringLiteral("GT-0001"))->parent()), id);
+    tree()->setCurrentItem(tree()->findItem(KelDeviceTree::ItemGenTLInterface, id));
+    QTRY_VERIFY(action(QStringLiteral("Close interface")));
+    tree()->scrollToBottom();
+    keepPicture(QStringLiteral("browser-gentl"));
+
+    Q_EMIT tree()->sigRightBtnClicked(id, true);
+    QTRY_VERIFY(!row(QStringLiteral("GT-0001")));
+    QTest::qWait(2500);
+    QVERIFY(!row(QStringLiteral("GT-0001")));
+
+    Q_EMIT tree()->sigRightBtnClicked(id, true);
+    QTRY_VERIFY_WITH_TIMEOUT(row(QStringLiteral("GT-0001")), 5000);
+}
+
+void TestBrowserWindow::cameraLinkCamerasStandInTheGroupOfTheBrowser()
+{
+    if (qEnvironmentVariableIsEmpty("KELS_CLSERIAL"))
+        QSKIP("no simulated frame grabber here");
+    QTRY_VERIFY_WITH_TIMEOUT(row(QStringLiteral("CL-0031")), 8000);
+
+    QCOMPARE(rows::typeOf(row(QStringLiteral("CL-0031"))->parent()), int(KelDeviceTree::ItemCamLinkRoot));
+    tree()->setCurrentItem(row(QStringLiteral("CL-0031")));
+    QTRY_VERIFY(m_window->details()->asText().contains(QStringLiteral("Grabber_0/A")));
+}
+
+void TestBrowserWindow::usbCameraIsHeldAndGivenBack()
+{
+    const QString camera = QStringLiteral("U-50017");
+    if (qEnvironmentVariableIsEmpty("UMOCKDEV_DIR"))
+        QSKIP("no mocked USB devices here");
+    QTRY_VERIFY_WITH_TIMEOUT(row(camera), 5000);
+    QCOMPARE(stateOf(camera), int(KELA_DEV_STATE_USB3_FREE));
+
+    connectCamera(camera);
+    QCOMPARE(stateOf(camera), int(KELA_DEV_STATE_USB3_CONNECTED));
+    m_window->workArea()->openLiveView(idOf(camera));
+    QCOMPARE(m_window->workArea()->liveViewCount(), 1);
+
+    Q_EMIT tree()->sigRightBtnClicked(idOf(camera), false);
+    QTRY_COMPARE(stateOf(camera), int(KELA_DEV_STATE_USB3_FREE));
 }
 
 void TestBrowserWindow::closingGivesCamerasBack()
