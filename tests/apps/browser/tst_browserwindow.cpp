@@ -204,6 +204,7 @@ void TestBrowserWindow::connectingTakesControlAndDisconnectingGivesItBack()
     QVERIFY(row(kEntrance)->data(0, KelDeviceTree::ItemConnectedRole).toBool());
     QVERIFY2(steeredcameras::describe("entrance").contains(QStringLiteral("held")),
              qPrintable(steeredcameras::describe("entrance")));
+    QTRY_VERIFY(m_window->details()->asText().contains(QStringLiteral("This program holds it")));
     keepPicture(QStringLiteral("browser-connected"));
 
     // Longer than the camera's heartbeat time: the connection is kept alive.
@@ -505,6 +506,7 @@ void TestBrowserWindow::genTLInterfaceShowsItsCamerasWhileItIsOpen()
     QCOMPARE(rows::idOf(row(QStringLiteral("GT-0001"))->parent()), id);
     tree()->setCurrentItem(tree()->findItem(KelDeviceTree::ItemGenTLInterface, id));
     QTRY_VERIFY(action(QStringLiteral("Close interface")));
+    QTRY_VERIFY(m_window->details()->asText().contains(QStringLiteral("Ethernet port 0")));
     tree()->scrollToBottom();
     keepPicture(QStringLiteral("browser-gentl"));
 
