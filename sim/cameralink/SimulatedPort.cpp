@@ -62,10 +62,11 @@ PortDescription described(std::istringstream &line, const std::string &name)
     for (std::string item; line >> item;) {
         std::replace(item.begin(), item.end(), '_', ' ');
         const std::size_t equals = item.find('=');
-        if (item == "full")
+        if (item == "full") {
             port.hasFullTexts = true;
-        else if (equals != std::string::npos)
+        } else if (equals != std::string::npos) {
             port.texts[item.substr(0, equals)] = item.substr(equals + 1);
+        }
     }
     return port;
 }

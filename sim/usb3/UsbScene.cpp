@@ -277,11 +277,12 @@ std::vector<UsbDevice> readUsbScene(const std::string &path, std::string &error)
         UsbDevice device;
         if (words.empty())
             continue;
-        if (parseDevice(words, kFirstDeviceNumber + static_cast<int>(devices.size()), device))
-            devices.push_back(device);
-        else
+        if (!parseDevice(words, kFirstDeviceNumber + static_cast<int>(devices.size()), device)) {
             error =
                 path + ":" + std::to_string(lineNumber) + ": not a device of the form KIND PORT [KEY=TEXT]…";
+            break;
+        }
+        devices.push_back(device);
     }
     return error.empty() ? devices : std::vector<UsbDevice>();
 }

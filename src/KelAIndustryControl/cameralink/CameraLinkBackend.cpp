@@ -89,6 +89,7 @@ private:
             }));
         }
         std::vector<LibraryScan> scans;
+        scans.reserve(running.size());
         for (std::future<LibraryScan> &scan : running)
             scans.push_back(scan.get());
         return scans;

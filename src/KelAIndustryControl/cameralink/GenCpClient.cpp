@@ -121,10 +121,11 @@ bool GenCpClient::exchange(const ReadCommand &command, std::uint16_t requestId, 
         if (head.requestId != requestId)
             continue;
         const ByteView view{data.data(), data.size()};
-        if (const auto wait = pendingTime(view); head.command == kAcknowledgePending && wait)
-            deadline = std::min(latest, Clock::now() + Milliseconds(*wait) + answerTime);
-        else if (head.command == kAcknowledgeRead)
+        if (head.command == kAcknowledgeRead)
             return (head.status & kStatusError) || data.size() >= count;
+        const auto wait = pendingTime(view);
+        if (head.command == kAcknowledgePending && wait)
+            deadline = std::min(latest, Clock::now() + Milliseconds(*wait) + answerTime);
     }
     return false;
 }

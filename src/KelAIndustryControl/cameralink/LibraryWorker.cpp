@@ -63,9 +63,9 @@ ScanEnd LibraryWorker::scan(const CancelSignal &cancel, std::vector<PortCamera> 
         return ScanEnd::Cancelled;
     const bool isNews = !std::exchange(m_isLate, true);
     lock.unlock();
+    const std::string line = "Camera Link: " + printable(m_file) + " does not return; its last list is kept";
     if (isNews)
-        logLine(KELA_LOG_WARNING,
-                "Camera Link: " + printable(m_file) + " does not return; its last list is kept");
+        logLine(KELA_LOG_WARNING, line);
     return ScanEnd::NotResponding;
 }
 
@@ -119,10 +119,11 @@ void LibraryWorker::probe(const std::string &name, std::uint32_t index, Known &k
     const std::unique_ptr<SerialPort> port = m_library->open(index, result);
     if (!port) {
         // Somebody works with it: what was found there stays, since nobody can be asked now.
-        if (!(known.identity && result == kSerialPortInUse))
+        const bool isInUse = result == kSerialPortInUse;
+        if (!known.identity || !isInUse) {
             remark(name, known,
-                   result == kSerialPortInUse ? "in use by another program"
-                                              : "cannot be opened, code " + std::to_string(result));
+                   isInUse ? "in use by another program" : "cannot be opened, code " + std::to_string(result));
+        }
         return;
     }
     CameraIdentity identity;

@@ -193,10 +193,11 @@ std::string SerialLibrary::portName(std::uint32_t index) const
     std::uint32_t nameSize = name.size();
     std::uint32_t version = 0;
     std::int32_t result = kSerialFunctionMissing;
-    if (m_functions->portInfo)
+    if (m_functions->portInfo) {
         result = m_functions->portInfo(index, maker.data(), &makerSize, name.data(), &nameSize, &version);
-    else if (m_functions->portIdentifier)
+    } else if (m_functions->portIdentifier) {
         result = m_functions->portIdentifier(index, name.data(), &nameSize);
+    }
     const std::string text = result == kSerialOk ? name.text() : std::string();
     return text.empty() ? "port " + std::to_string(index) : text;
 }

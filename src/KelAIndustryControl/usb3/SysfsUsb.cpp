@@ -23,7 +23,7 @@ namespace
 
 constexpr char kDevices[] = "/sys/bus/usb/devices/";
 // What the kernel gives is shorter; more than this is not a USB device.
-constexpr std::size_t kLongestAttribute = 64 * 1024;
+constexpr std::size_t kLongestAttribute = 65536;
 
 std::optional<std::string> readFile(const std::string &path)
 {

@@ -45,7 +45,7 @@ public:
     std::optional<SysfsCamera> read(const KELA_DEVICE_INFO_EX &info) const
     {
         const Place place{info.special.usb.busNumber, info.special.usb.deviceNumber};
-        if (const auto camera = readSysfsCamera(nameAt(place)); camera && placeOf(*camera) == place)
+        if (auto camera = readSysfsCamera(nameAt(place)); camera && placeOf(*camera) == place)
             return camera;
         std::vector<SysfsCamera> cameras = listSysfsCameras();
         const auto found = std::find_if(cameras.begin(), cameras.end(), [&place](const SysfsCamera &camera) {
@@ -175,10 +175,11 @@ private:
     void logForbidden(std::set<std::string> forbidden)
     {
         for (const std::string &node : forbidden) {
-            if (m_forbidden.count(node) == 0)
+            if (m_forbidden.count(node) == 0) {
                 logLine(KELA_LOG_WARNING,
                         "USB3 Vision: no permission to open " + node +
                             "; install the udev rule for the class and plug the camera again");
+            }
         }
         m_forbidden = std::move(forbidden);
     }

@@ -57,7 +57,8 @@ std::string decodeUtf16(ByteView bytes)
         return at + 1 < bytes.size ? static_cast<std::uint32_t>(bytes.data[at] | bytes.data[at + 1] << 8) : 0U;
     };
     std::string text;
-    for (std::size_t at = 0; const std::uint32_t unit = unitAt(at); at += 2) {
+    for (std::size_t at = 0; unitAt(at) != 0; at += 2) {
+        const std::uint32_t unit = unitAt(at);
         const std::uint32_t next = unitAt(at + 2);
         if (isHighSurrogate(unit) && isLowSurrogate(next)) {
             appendUtf8(text, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
