@@ -13,7 +13,7 @@ using namespace kela::gentl;
 namespace
 {
 
-constexpr std::size_t kMemory = 64 * 1024;
+constexpr std::size_t kMemory = 65536;
 
 /// Deals the input out.
 class Dealer

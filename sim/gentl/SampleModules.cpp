@@ -44,9 +44,10 @@ void noteCaller(const char *function)
     const std::thread::id self = std::this_thread::get_id();
     const bool isAlone = g_callsAtOnce.fetch_add(1) == 0;
     g_caller.compare_exchange_strong(none, self);
-    if (!isAlone || g_caller.load() != self)
+    if (!isAlone || g_caller.load() != self) {
         std::ofstream(besidePath(".noted"), std::ios::app)
             << function << (isAlone ? " from another thread\n" : " at once\n");
+    }
 }
 
 } // namespace

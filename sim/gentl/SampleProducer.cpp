@@ -94,7 +94,7 @@ SAMPLE_EXPORT GC_ERROR GCInitLib()
     rereadDescription();
     const Call call("GCInitLib");
     if (producer().description.has("exit"))
-        std::exit(3);
+        std::exit(3); // NOLINT(concurrency-mt-unsafe): what no producer should do
     if (producer().description.has("throw"))
         throw std::string("sample");
     if (producer().description.has("locale"))

@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr std::size_t kUsualRoom = 1024;
-constexpr std::size_t kLongestText = 64 * 1024;
+constexpr std::size_t kLongestText = 65536;
 constexpr int kMostAttempts = 3;
 
 } // namespace

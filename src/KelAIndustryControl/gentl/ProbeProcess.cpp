@@ -183,19 +183,14 @@ Exit endProbe(pid_t probe, Milliseconds patience)
     return result;
 }
 
-std::string inWords(const std::string &step)
-{
-    return step + " of its trial load";
-}
-
 Verdict judge(const Report &report, End end, const Exit &exit)
 {
     if (!report.fault.empty())
         return {KELA_ERROR_NOT_A_PRODUCER, report.fault};
     if (end == End::TimeOver || (report.done && exit.isKilled))
-        return {KELA_ERROR_PRODUCER_REFUSED, "it did not come back from " + inWords(report.step)};
+        return {KELA_ERROR_PRODUCER_REFUSED, "in its trial it did not come back from " + report.step};
     if (!report.done || !exit.isGood)
-        return {KELA_ERROR_PRODUCER_REFUSED, "the process ended in " + inWords(report.step) + exit.text};
+        return {KELA_ERROR_PRODUCER_REFUSED, "its trial ended in " + report.step + exit.text};
     if (report.lied)
         return {KELA_ERROR_PRODUCER_REFUSED, "it claims to write more than it has room for"};
     return {};
@@ -221,7 +216,7 @@ std::string probePath()
         return {};
     const std::string folder = folderOf(own->path);
     for (const char *place : {"/" KELA_PROBE_FOLDER, "/../libexec", ""}) {
-        const std::string path = folder + place + kProbeName;
+        std::string path = folder + place + kProbeName;
         if (::access(path.c_str(), X_OK) == 0)
             return path;
     }

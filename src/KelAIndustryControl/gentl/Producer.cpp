@@ -123,12 +123,13 @@ unsigned int Producer::holdInterface(const CancelSignal &cancel, const std::stri
             return isTaken ? static_cast<unsigned int>(KELA_ERROR_IN_USE) : result;
         });
     // Nobody will close what a caller that left meanwhile got.
-    if (code == KELA_ERROR_TIMEOUT || code == KELA_ERROR_CANCELLED)
+    if (code == KELA_ERROR_TIMEOUT || code == KELA_ERROR_CANCELLED) {
         post([isHeld, interfaceId](ProducerSession &session) -> unsigned int {
             if (isHeld->load())
                 session.releaseInterface(interfaceId);
             return KELA_OK;
         });
+    }
     return code;
 }
 
@@ -217,16 +218,18 @@ void Producer::threadMain()
     ::pthread_setname_np(::pthread_self(), "kel-gentl");
     std::unique_lock lock(m_mutex);
     for (;;) {
-        if (m_queue.empty() && m_users == 0) {
-            if (!m_isLoaded)
-                break;
+        const bool isUnused = m_queue.empty() && m_users == 0;
+        if (isUnused && !m_isLoaded)
+            break;
+        if (isUnused) {
             m_queue.push_back(std::make_shared<Request>());
             m_queue.back()->kind = Kind::Closing;
         }
-        if (m_queue.empty())
+        if (m_queue.empty()) {
             m_wake.wait(lock);
-        else
+        } else {
             runNext(lock);
+        }
     }
     m_hasThread = false;
     m_ended.notify_all();

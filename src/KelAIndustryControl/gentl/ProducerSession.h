@@ -45,7 +45,7 @@ public:
         /// Called before each step with its name.
         std::function<void(const char *step)> onStep;
     };
-    static constexpr std::size_t kMemorySize = 64 * 1024;
+    static constexpr std::size_t kMemorySize = 65536;
 
     explicit ProducerSession(std::string path);
     ProducerSession(std::string path, Options options);

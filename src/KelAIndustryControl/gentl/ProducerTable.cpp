@@ -77,7 +77,7 @@ void watchExit()
 
 void *asHandle(std::uintptr_t number)
 {
-    return reinterpret_cast<void *>(number);
+    return reinterpret_cast<void *>(number); // NOLINT(performance-no-int-to-ptr): never followed
 }
 std::uintptr_t asNumber(void *handle)
 {

@@ -10,6 +10,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <exception>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -51,12 +52,17 @@ bool waitForEnd(const Trial &trial, const CancelSignal &cancel)
     return false;
 }
 
+// Never fails to come to an end: others wait for it.
 std::optional<Verdict> makeTrial(const ProducerFile &file, const CancelSignal &cancel)
 {
-    const std::string fault = libraryFault(file.path);
-    if (!fault.empty())
-        return Verdict{KELA_ERROR_NOT_A_PRODUCER, fault};
-    return runProbe(file.path, cancel);
+    try {
+        const std::string fault = libraryFault(file.path);
+        if (!fault.empty())
+            return Verdict{KELA_ERROR_NOT_A_PRODUCER, fault};
+        return runProbe(file.path, cancel);
+    } catch (const std::exception &) {
+        return Verdict{KELA_ERROR_RESOURCE, {}};
+    }
 }
 
 void conclude(const ProducerFile &file, Trial &trial, const std::optional<Verdict> &verdict)
@@ -73,9 +79,10 @@ void conclude(const ProducerFile &file, Trial &trial, const std::optional<Verdic
     const std::uint64_t one = 1;
     if (::write(trial.ended.get(), &one, sizeof one) < 0)
         logLine(KELA_LOG_ERROR, "the end of a producer's trial cannot be told");
-    if (verdict && verdict->code != KELA_OK)
+    if (verdict && verdict->code != KELA_OK) {
         logLine(KELA_LOG_WARNING,
                 "GenTL producer " + printable(file.path) + " is refused: " + printable(verdict->text));
+    }
 }
 
 } // namespace
@@ -96,10 +103,11 @@ unsigned int tryProducer(const ProducerFile &file, const CancelSignal &cancel)
             if (trial->verdict)
                 return trial->verdict->code;
         }
-        if (isMine)
+        if (isMine) {
             conclude(file, *trial, makeTrial(file, cancel));
-        else if (!waitForEnd(*trial, cancel))
+        } else if (!waitForEnd(*trial, cancel)) {
             break;
+        }
         const std::lock_guard lock(trials().mutex);
         if (trial->verdict)
             return trial->verdict->code;

@@ -79,8 +79,10 @@ TEST_F(GenTLHandles, unknownHandlesAreRefused)
     const auto number = reinterpret_cast<std::uintptr_t>(handle);
 
     EXPECT_EQ(devicesOf(tree, static_cast<void *>(nullptr)).code, KELA_ERROR_HANDLE);
-    EXPECT_EQ(devicesOf(tree, reinterpret_cast<void *>(number + 1)).code, KELA_ERROR_HANDLE);
-    EXPECT_EQ(devicesOf(tree, reinterpret_cast<void *>(~std::uintptr_t{0})).code, KELA_ERROR_HANDLE);
+    for (const std::uintptr_t wrong : {number + 1, ~std::uintptr_t{0}}) {
+        void *const invented = reinterpret_cast<void *>(wrong); // NOLINT(performance-no-int-to-ptr)
+        EXPECT_EQ(devicesOf(tree, invented).code, KELA_ERROR_HANDLE);
+    }
     EXPECT_EQ(devicesOf(tree, static_cast<void *>(this)).code, KELA_ERROR_HANDLE);
 }
 

@@ -147,11 +147,12 @@ TEST_F(GenTLHangs, twoObjectsWaitForOneTrial)
     const std::string fresh = folder.add("BadWrongSize.cti", "twice.cti");
     unsigned int codes[2] = {};
     std::thread workers[2];
-    for (int i = 0; i < 2; ++i)
+    for (int i = 0; i < 2; ++i) {
         workers[i] = std::thread([&, i] {
             KelAIndustryControl own;
             codes[i] = interfacesOf(own, fresh).code;
         });
+    }
     for (std::thread &worker : workers)
         worker.join();
 

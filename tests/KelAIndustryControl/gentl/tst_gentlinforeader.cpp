@@ -12,7 +12,7 @@ using namespace kela::gentl;
 namespace
 {
 
-constexpr std::size_t kMemory = 64 * 1024;
+constexpr std::size_t kMemory = 65536;
 
 struct Reading : ::testing::Test {
     std::vector<char> memory = std::vector<char>(kMemory);

@@ -28,7 +28,7 @@ struct GenTLProducers : ::testing::Test {
 
     std::string producer(const std::string &name, const std::string &description) const
     {
-        const std::string path = folder.add("KelFGSampleGEV.cti", name);
+        std::string path = folder.add("KelFGSampleGEV.cti", name);
         describe(path, description);
         return path;
     }
@@ -295,6 +295,7 @@ TEST_F(GenTLProducers, callsComeOneAfterAnotherFromOneThread)
 {
     const auto path = producer("a.cti", kTwoInterfaces);
     std::vector<std::thread> callers;
+    callers.reserve(4);
     for (int i = 0; i < 4; ++i) {
         callers.emplace_back([&path] {
             KelAIndustryControl own;
@@ -313,10 +314,10 @@ TEST_F(GenTLProducers, callsComeOneAfterAnotherFromOneThread)
 TEST_F(GenTLProducers, localeOfTheProcessOutlivesAProducerThatChangesIt)
 {
     const auto path = producer("a.cti", std::string(kTwoInterfaces) + "fault locale\n");
-    const std::string before = std::setlocale(LC_ALL, nullptr);
+    const std::string before = std::setlocale(LC_ALL, nullptr); // NOLINT(concurrency-mt-unsafe)
     ASSERT_EQ(interfacesOf(access, path).code, KELA_OK);
 
-    EXPECT_EQ(before, std::setlocale(LC_ALL, nullptr));
+    EXPECT_EQ(before, std::setlocale(LC_ALL, nullptr)); // NOLINT(concurrency-mt-unsafe)
 }
 
 TEST_F(GenTLProducers, producerThatAnotherComponentInitialisedIsNotClosedForIt)
