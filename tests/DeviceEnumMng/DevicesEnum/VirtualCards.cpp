@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "VirtualCards.h"
 
+#include <QDeadlineTimer>
+#include <QNetworkInterface>
 #include <QProcess>
+#include <QThread>
 
 bool ip(const QStringList &arguments)
 {
@@ -15,8 +18,23 @@ bool makeCard(const QString &name, const QString &hardwareAddress)
     const QString peer = QString("peer%1").arg(s_peers);
     return ip({"link", "add", "name", made, "address", hardwareAddress, "type", "veth", "peer", "name",
                peer}) &&
-           ip({"link", "set", "dev", made, "name", name}) && ip({"link", "set", "dev", name, "up"}) &&
-           ip({"link", "set", "dev", peer, "up"});
+           ip({"link", "set", "dev", made, "name", name}) && ip({"link", "set", "dev", peer, "up"}) &&
+           bringUp(name);
+}
+
+bool bringUp(const QString &name)
+{
+    if (!ip({"link", "set", "dev", name, "up"})) {
+        return false;
+    }
+    const QDeadlineTimer deadline(10000);
+    while (!QNetworkInterface::interfaceFromName(name).flags().testFlag(QNetworkInterface::IsRunning)) {
+        if (deadline.hasExpired()) {
+            return false;
+        }
+        QThread::msleep(1);
+    }
+    return true;
 }
 
 bool addAddress(const QString &name, const QString &address)

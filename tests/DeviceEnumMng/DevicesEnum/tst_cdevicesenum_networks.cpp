@@ -162,8 +162,7 @@ void tst_CDevicesEnum_networks::cardThatIsRenamedKeepsItsId()
     listing(enumerator, recorder);
 
     QVERIFY(ip({"link", "set", "dev", "card-a", "down"}) &&
-            ip({"link", "set", "dev", "card-a", "name", "card-b"}) &&
-            ip({"link", "set", "dev", "card-b", "up"}));
+            ip({"link", "set", "dev", "card-a", "name", "card-b"}) && bringUp("card-b"));
 
     QCOMPARE(texts(listing(enumerator, recorder)), QStringList("interface updated card-b[10.1.0.1]"));
 }
