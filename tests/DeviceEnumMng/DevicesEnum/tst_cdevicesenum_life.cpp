@@ -9,6 +9,7 @@
 #include "BusyEnumerator.h"
 #include "EventRecorder.h"
 
+#include <QDeadlineTimer>
 #include <QThreadPool>
 #include <QtTest>
 
@@ -255,33 +256,41 @@ void tst_CDevicesEnum_life::ownerWorksWhilePassesRun()
 {
     char path[] = "/cti/a.cti";
     BusyEnumerator genTL(KELA_INTERFACE_TYPE_GENTL);
-    BusyEnumerator gige(KELA_INTERFACE_TYPE_CAMERALINK);
+    BusyEnumerator withRemotes(KELA_INTERFACE_TYPE_CAMERALINK);
     scriptedAccess().plugInterface(path, genTLInterface("if0"));
     scriptedAccess().plug(genTLDevice("G1", "if0"));
     scriptedAccess().plug(cameraLinkCamera("C1", "port"));
     scriptedAccess().plugBehindRouter(gigeCamera("R1", 91));
     void *handle = scriptedAccess().openInterface("if0", 0);
 
-    constexpr int kRounds = 200;
-    for (int round = 0; round < kRounds; ++round) {
+    // Stays, so that every pass writes to the list that the owner changes.
+    scriptedAccess().plugBehindRouter(gigeCamera("R2", 92));
+    KELA_STRUCT_DEVICE_INFO steady = {};
+    steady.deviceInfo = gigeCamera("R2", 92);
+    QVERIFY(withRemotes.enumerator->AddRemoteDevice(&steady) > 0);
+
+    constexpr int kPasses = 300;
+    for (int pass = 0; pass < kPasses; ++pass) {
+        genTL.enumerator->UpdateOnce(true, true);
+        withRemotes.enumerator->UpdateOnce(true, true);
+    }
+    // Works as long as passes run, so that the two meet.
+    const QDeadlineTimer deadline(60000);
+    while (!genTL.recorder.waitForEnds(kPasses, 0) || !withRemotes.recorder.waitForEnds(kPasses, 0)) {
+        QVERIFY(!deadline.hasExpired());
         genTL.enumerator->AddCtiPath(path);
         genTL.enumerator->SetGenTLInterfaceHandle(70001, handle);
-        genTL.enumerator->UpdateOnce(true, true);
-        gige.enumerator->UpdateOnce(round % 2 == 0, true);
         KELA_STRUCT_DEVICE_INFO record = {};
         record.deviceInfo = gigeCamera("R1", 91);
-        QVERIFY(gige.enumerator->AddRemoteDevice(&record) > 0);
+        QVERIFY(withRemotes.enumerator->AddRemoteDevice(&record) > 0);
         DEVICE_FILTER filter = {};
-        gige.enumerator->SetFilter(&filter);
+        withRemotes.enumerator->SetFilter(&filter);
         int count = -1;
         genTL.enumerator->GetCtiInterfaceCount(path, &count);
         QVERIFY(count == 0 || count == 1);
-        gige.enumerator->RemoveRemoteDevice(&record);
+        withRemotes.enumerator->RemoveRemoteDevice(&record);
         genTL.enumerator->RemoveCtiPath(path);
     }
-
-    QVERIFY(genTL.recorder.waitForEnds(kRounds));
-    QVERIFY(gige.recorder.waitForEnds(kRounds));
 }
 
 void tst_CDevicesEnum_life::burstOf256DevicesIsReportedInOnePass()
