@@ -35,7 +35,12 @@ KelGenTLMenu::KelGenTLMenu(QWidget *parent)
     connect(m_importAction, &QAction::triggered, this, &KelGenTLMenu::OnAddCtiFile);
 }
 
-KelGenTLMenu::~KelGenTLMenu() = default;
+KelGenTLMenu::~KelGenTLMenu()
+{
+    // The panel is hidden once more as the menu goes, and saves. Nobody may hear of it: neither this menu
+    // nor its parent is itself any more then.
+    m_defaultCtiWidget->disconnect(this);
+}
 
 void KelGenTLMenu::UpdateText()
 {

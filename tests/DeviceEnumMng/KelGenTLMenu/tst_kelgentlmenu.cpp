@@ -64,6 +64,7 @@ private Q_SLOTS:
     void importedProducersEndWithTheMenu();
     void closingThePanelIsForwardedOnce();
     void openPanelIsNotSeenBeforeItCloses();
+    void menuThatGoesWithItsPanelOpenSavesAndTellsNobody();
     void receiverMayDeleteTheMenuDuringTheImport();
     void menuMayGoWhileTheDialogIsOpen();
     void virtualPortIsForwarded();
@@ -350,6 +351,20 @@ void TestKelGenTLMenu::openPanelIsNotSeenBeforeItCloses()
     sub->close();
 
     QCOMPARE(states(menu).value(QStringLiteral("/opt/KELS/lib/64/abc.cti")), 1);
+}
+
+void TestKelGenTLMenu::menuThatGoesWithItsPanelOpenSavesAndTellsNobody()
+{
+    QVERIFY(ProducerFolder::add(QStringLiteral("abc.cti")));
+    auto menu = std::make_unique<KelGenTLMenu>(nullptr);
+    QSignalSpy changed(menu.get(), &KelGenTLMenu::SigCtiChanged);
+    QMenu *sub = menu->actions().at(0)->menu();
+    sub->popup(QPoint(0, 0));
+    sub->findChild<CustomCheckBox *>()->click();
+    menu.reset();
+
+    QCOMPARE(changed.count(), 0);
+    QCOMPARE(ProducerFolder::stored().toString(), QStringLiteral("abc.cti:1;"));
 }
 
 void TestKelGenTLMenu::receiverMayDeleteTheMenuDuringTheImport()
