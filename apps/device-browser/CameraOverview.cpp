@@ -73,7 +73,7 @@ QString countText(const DeviceCount &count)
         parts << Overview::tr("%1 in use").arg(count.busy);
     if (count.unusable > 0)
         parts << Overview::tr("%1 not usable").arg(count.unusable);
-    const QString total = Overview::tr("Cameras: %1").arg(count.total);
+    QString total = Overview::tr("Cameras: %1").arg(count.total);
     if (parts.isEmpty())
         return total;
     return QStringLiteral("%1 (%2)").arg(total, parts.join(QStringLiteral(", ")));

@@ -42,10 +42,11 @@ bool setTransports(CommandLine &line, const QString &value)
 
 bool setTheme(CommandLine &line, const QString &value)
 {
-    if (value == QLatin1String("dark"))
+    if (value == QLatin1String("dark")) {
         line.theme = Custom::ThemeDark;
-    else if (value == QLatin1String("light"))
+    } else if (value == QLatin1String("light")) {
         line.theme = Custom::ThemeLight;
+    }
     return line.theme.has_value();
 }
 

@@ -89,10 +89,11 @@ void ConnectionController::listenTo(KelDeviceTree *tree)
     if (m_isFrozen)
         tree->setEnableEnumDevices(false);
     connect(tree, &KelDeviceTree::sigRightBtnClicked, this, [this](long id, bool isInterface) {
-        if (isInterface)
+        if (isInterface) {
             toggleInterface(id);
-        else
+        } else {
             toggleDevice(id);
+        }
     });
     connect(tree, &KelDeviceTree::sigNewDeviceItem, this, &ConnectionController::noteRow);
     connect(tree, &KelDeviceTree::sigUpdateDeviceItem, this, &ConnectionController::noteRow);

@@ -136,10 +136,11 @@ Explanation explainInterface(const KELA_GENTL_IF_INFO &genTLInterface, const Int
     explanation.kind = Container::tr("Interface of a GenTL producer");
     explanation.standing = origin.isOpen ? Standing::Ours : Standing::Neutral;
     explanation.state = origin.isOpen ? Container::tr("Open") : Container::tr("Closed");
-    if (origin.isOpen)
+    if (origin.isOpen) {
         explanation.paragraphs << countText(countOf(devices));
-    else
+    } else {
         explanation.paragraphs << Container::tr("Open it with its button to see its cameras.");
+    }
     if (origin.isByVirtualPort)
         explanation.paragraphs << Container::tr("Its producer is opened by virtual port.");
     if (origin.isImported)
@@ -161,10 +162,11 @@ Explanation explainGroup(Group group, const QString &title, const HostFacts &hos
     explanation.kind = Container::tr("Group");
     explanation.state = countText(countOf(devices));
     explanation.paragraphs << groupText(group);
-    if (group == Group::GigE && isStrictSomewhere(host))
+    if (group == Group::GigE && isStrictSomewhere(host)) {
         explanation.paragraphs << Container::tr(
             "Some card of this computer has a strict reverse-path filter, so "
             "cameras of other subnets may stay hidden there.");
+    }
     explanation.add(cameraOverview(devices));
     return explanation;
 }

@@ -91,9 +91,10 @@ void addOtherFacts(Explanation &explanation, const KELA_STRUCT_DEVICE_INFO &devi
 QStringList placementNotes(const KELA_STRUCT_DEVICE_INFO &device)
 {
     QStringList notes;
-    if (device.deviceInfo.placement == KELA_PLACEMENT_VIRTUAL)
+    if (device.deviceInfo.placement == KELA_PLACEMENT_VIRTUAL) {
         notes << Device::tr("It is simulated on this computer: it answers from one of the computer's own "
                             "addresses.");
+    }
     if (device.deviceInfo.placement == KELA_PLACEMENT_OTHER)
         notes << Device::tr("It speaks the cameras' protocol, but its class is not that of a plain camera.");
     if (device.remote != 0)
@@ -109,10 +110,11 @@ QStringList sessionNotes(const OwnSession &session)
     case SessionState::Closing:
         return {Device::tr("It is being given back …")};
     case SessionState::Open:
-        if (session.isReadOnly)
+        if (session.isReadOnly) {
             return {
                 Device::tr("This program has it open for reading. It may be dragged into the work area, which "
                            "shows its live values.")};
+        }
         return {
             Device::tr("This program holds it and keeps the connection alive. It may be dragged into the work "
                        "area, which shows its live values.")};

@@ -41,7 +41,7 @@ QString userDefinedName(const KELA_DEVICE_INFO_EX &device)
 QString displayName(const KELA_DEVICE_INFO_EX &device)
 {
     const QString own = userDefinedName(device);
-    const QString name = own.isEmpty() ? deviceText(device.modelName) : own;
+    QString name = own.isEmpty() ? deviceText(device.modelName) : own;
     const QString serial = deviceText(device.serialNumber);
     if (serial.isEmpty())
         return name;

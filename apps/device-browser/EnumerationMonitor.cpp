@@ -73,10 +73,11 @@ void EnumerationMonitor::noteContainer(const QVariant &container, bool isGone)
         return;
     const std::string_view key = fixedText(info.special.network.hardwareAddress);
     const QByteArray name(key.data(), static_cast<int>(key.size()));
-    if (isGone)
+    if (isGone) {
         m_goneCards.insert(name, info.special.network);
-    else
+    } else {
         m_goneCards.remove(name);
+    }
 }
 
 } // namespace browser

@@ -94,10 +94,11 @@ void EventReporter::noteChangedDevice(QTreeWidgetItem *row)
     const bool isChanged = known == m_states.end() || *known != device->deviceState;
     m_states.insert(device->deviceId, device->deviceState);
     // This program's own connections are told where they are made.
-    if (isChanged && !isOwnState(device->deviceState))
+    if (isChanged && !isOwnState(device->deviceState)) {
         m_parts.log->add(
             EventLog::Kind::Note,
             QStringLiteral("%1: %2").arg(rows::textOf(row), conditionText(conditionOf(device->deviceState))));
+    }
 }
 
 void EventReporter::noteGoneDevice(QTreeWidgetItem *row)
@@ -112,11 +113,12 @@ void EventReporter::notePassEnd(int transport, int, int errorCode)
         return;
     m_lastResults.insert(transport, errorCode);
     const QString name = transportName(static_cast<uint>(transport));
-    if (errorCode != 0)
+    if (errorCode != 0) {
         m_parts.log->add(EventLog::Kind::Problem,
                          tr("The search on %1 failed: %2").arg(name, errorText(static_cast<uint>(errorCode))));
-    else
+    } else {
         m_parts.log->add(EventLog::Kind::Note, tr("The search on %1 works again.").arg(name));
+    }
 }
 
 QString EventReporter::nameOf(long id) const

@@ -72,9 +72,10 @@ QString objectionTo(const TemporaryAddress &choice, const AddressNeighbourhood &
     if (ipv4::prefixLength(choice.mask) <= 0)
         return Plan::tr("The mask has to be ones followed by zeros, for example 255.255.255.0.");
     if (!ipv4::isSameSubnet(choice.address, around.card.address, around.card.mask) ||
-        !ipv4::isSameSubnet(choice.address, around.card.address, choice.mask))
+        !ipv4::isSameSubnet(choice.address, around.card.address, choice.mask)) {
         return Plan::tr("The address is not in the subnet of the card, %1.")
             .arg(ipv4::textWithMask(around.card.address, around.card.mask));
+    }
     const uint32_t host = choice.address & ~choice.mask;
     if (host == 0 || host == ~choice.mask)
         return Plan::tr("This address stands for the subnet or its broadcast, not for a device.");

@@ -53,21 +53,25 @@ QString subnetObstacle(const KELA_GIGE_DEVICE_INFO &camera, const SeeingCard &se
 {
     const QString own = ipv4::textWithMask(camera.currentIp, camera.subnetMask);
     const QString card = ipv4::textWithMask(seen.address, seen.mask);
-    if (camera.currentIp == 0)
+    if (camera.currentIp == 0) {
         return GigE::tr("The camera has no address yet. A camera that was just switched on asks for one "
                         "for some seconds.");
-    if (seen.address == 0)
+    }
+    if (seen.address == 0) {
         return GigE::tr("The camera has the address %1, and no network card of this computer fits it.")
             .arg(own);
-    if (ipv4::isSameSubnet(camera.currentIp, seen.address, seen.mask))
+    }
+    if (ipv4::isSameSubnet(camera.currentIp, seen.address, seen.mask)) {
         return GigE::tr("The card \"%1\" (%2) could reach the camera, but by its own mask the camera (%3) does "
                         "not find this computer.")
             .arg(seen.name, card, own);
-    if (ipv4::isSameSubnet(camera.currentIp, seen.address, camera.subnetMask))
+    }
+    if (ipv4::isSameSubnet(camera.currentIp, seen.address, camera.subnetMask)) {
         return GigE::tr(
                    "By its own mask the camera (%3) would find this computer, but the card \"%1\" (%2) does "
                    "not count it to its subnet.")
             .arg(seen.name, card, own);
+    }
     return GigE::tr("The card \"%1\" sees the camera, but they are not in one subnet: the card has the address "
                     "%2, the camera %3.")
         .arg(seen.name, card, own);
@@ -77,12 +81,13 @@ QString filterObstacle(const KELA_GIGE_DEVICE_INFO &camera, const SeeingCard &se
 {
     if (!seen.card || camera.currentIp == 0 || !host.dropsPacketsFrom(camera.currentIp, *seen.card))
         return {};
-    if (seen.card->reversePathFilter == ReversePathFilter::Strict)
+    if (seen.card->reversePathFilter == ReversePathFilter::Strict) {
         return GigE::tr(
                    "Besides, this computer's reverse-path filter is strict on that card (rp_filter 1): what "
                    "the camera sends is thrown away, because this computer would not answer %1 through "
                    "\"%2\".")
             .arg(ipv4::text(camera.currentIp), seen.name);
+    }
     return GigE::tr(
                "Besides, this computer's reverse-path filter (rp_filter 2) throws away what the camera sends, "
                "because no route leads to %1.")
@@ -134,10 +139,11 @@ FactGroup stream(const KELA_GIGE_DEVICE_INFO &camera)
 {
     FactGroup group{GigE::tr("Use"), {}};
     group.add(GigE::tr("Held by"), ipv4::text(camera.primaryApplicationIp));
-    if (camera.streamHostPort != 0)
+    if (camera.streamHostPort != 0) {
         group.add(GigE::tr("Images go to"), QStringLiteral("%1:%2")
                                                 .arg(ipv4::text(camera.streamDestination))
                                                 .arg(camera.streamHostPort & 0xFFFFU));
+    }
     return group;
 }
 
@@ -148,16 +154,18 @@ QStringList gigeObstacles(const KELA_STRUCT_DEVICE_INFO &device, const HostFacts
     const KELA_GIGE_DEVICE_INFO &camera = device.deviceInfo.special.gige;
     const SeeingCard seen = seeingCard(device, host);
     QStringList paragraphs{subnetObstacle(camera, seen)};
-    if (ipv4::isLinkLocal(camera.currentIp))
+    if (ipv4::isLinkLocal(camera.currentIp)) {
         paragraphs << GigE::tr(
                           "%1 is an address that a camera gives itself when it gets none from the network.")
                           .arg(ipv4::text(camera.currentIp));
+    }
     const QString filter = filterObstacle(camera, seen, host);
     if (!filter.isEmpty())
         paragraphs << filter;
-    if (seen.address != 0)
+    if (seen.address != 0) {
         paragraphs << GigE::tr("What helps: assign the camera a temporary address in the card's subnet (menu "
                                "\"Camera\"), or give the card an address in the camera's.");
+    }
     return paragraphs;
 }
 
@@ -166,21 +174,23 @@ QStringList gigeHolder(const KELA_STRUCT_DEVICE_INFO &device, const HostFacts &h
     const KELA_GIGE_DEVICE_INFO &camera = device.deviceInfo.special.gige;
     const QString holder = ipv4::text(camera.primaryApplicationIp);
     QStringList paragraphs;
-    if (holder.isEmpty())
+    if (holder.isEmpty()) {
         paragraphs << GigE::tr("Another program holds this camera. The camera does not tell which.");
-    else if (host.isOwnAddress(camera.primaryApplicationIp))
+    } else if (host.isOwnAddress(camera.primaryApplicationIp)) {
         paragraphs << GigE::tr("A program on this computer (%1) holds this camera.").arg(holder);
-    else
+    } else {
         paragraphs << GigE::tr("A program on the computer %1 holds this camera.").arg(holder);
-    if (device.deviceState == KELA_DEV_STATE_GIGE_MULTICAST)
+    }
+    if (device.deviceState == KELA_DEV_STATE_GIGE_MULTICAST) {
         paragraphs << GigE::tr(
                           "It sends the images to the group %1, where others may watch. Connecting opens the "
                           "camera for reading only and disturbs nobody.")
                           .arg(ipv4::text(camera.streamDestination));
-    else
+    } else {
         paragraphs << GigE::tr(
             "It can be connected as soon as that program gives it back, or some seconds after "
             "that program has died.");
+    }
     return paragraphs;
 }
 

@@ -31,12 +31,12 @@ HelpDialog::HelpDialog(QWidget *parent)
     group.add(keys(Qt::Key_Left) + QLatin1Char(' ') + keys(Qt::Key_Right), tr("fold and unfold a row"));
     group.add(keys(Qt::Key_Return), tr("connect or disconnect the chosen camera, open or close an interface"));
     group.add(keys(Qt::Key_Menu), tr("show what can be done with the row"));
-    group.add(keys(Qt::CTRL | Qt::Key_T), tr("keep the camera on top"));
-    group.add(keys(Qt::CTRL | Qt::Key_L), tr("show the live values of a connected camera"));
-    group.add(keys(Qt::CTRL | Qt::Key_I), tr("assign a temporary address"));
+    group.add(keys(QStringLiteral("Ctrl+T")), tr("keep the camera on top"));
+    group.add(keys(QStringLiteral("Ctrl+L")), tr("show the live values of a connected camera"));
+    group.add(keys(QStringLiteral("Ctrl+I")), tr("assign a temporary address"));
     group.add(keys(Qt::Key_F5), tr("search everything now"));
-    group.add(keys(Qt::SHIFT | Qt::Key_F5), tr("search the chosen group now"));
-    group.add(keys(Qt::CTRL | Qt::Key_P), tr("choose the GenTL producers"));
+    group.add(keys(QStringLiteral("Shift+F5")), tr("search the chosen group now"));
+    group.add(keys(QStringLiteral("Ctrl+P")), tr("choose the GenTL producers"));
     auto *layout = new QVBoxLayout(this);
     auto *table = new FactTable;
     table->setGroup(group);

@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr qint64 kLargestSettingFile = 64;
-constexpr qint64 kLargestRouteTable = 1024 * 1024;
+constexpr qint64 kLargestRouteTable = qint64(1024) * 1024;
 constexpr uint kRouteIsUp = 1;
 
 int readSetting(const QString &path)
@@ -69,10 +69,11 @@ const HostCard *HostFacts::cardOf(const QString &hardwareAddress, uint32_t addre
     auto found = cards.cend();
     if (address != 0)
         found = std::find_if(cards.cbegin(), cards.cend(), byAddress);
-    if (found == cards.cend() && !hardwareAddress.isEmpty())
+    if (found == cards.cend() && !hardwareAddress.isEmpty()) {
         found = std::find_if(cards.cbegin(), cards.cend(), [&hardwareAddress](const HostCard &card) {
             return card.hardwareAddress.compare(hardwareAddress, Qt::CaseInsensitive) == 0;
         });
+    }
     return found == cards.cend() ? nullptr : &*found;
 }
 

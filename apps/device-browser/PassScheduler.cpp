@@ -37,10 +37,11 @@ void PassScheduler::setAutomatic(bool automatic)
         return;
     m_automatic = automatic;
     for (auto &entry : m_states) {
-        if (automatic)
+        if (automatic) {
             startWhenDue(entry.first);
-        else
+        } else {
             entry.second->due.stop();
+        }
     }
     Q_EMIT changed();
 }
@@ -60,10 +61,11 @@ void PassScheduler::requestNow(uint transports)
             continue;
         Transport &transport = transportOf(type);
         transport.hasFailed = false;
-        if (transport.isRunning)
+        if (transport.isRunning) {
             transport.isWantedAgain = true;
-        else
+        } else {
             start(type, true);
+        }
     }
 }
 
@@ -95,10 +97,11 @@ void PassScheduler::noteResult(int transport, int errorCode)
     Transport &state = transportOf(type);
     const bool hadFailed = state.hasFailed;
     state.hasFailed = errorCode != 0;
-    if (state.hasFailed)
+    if (state.hasFailed) {
         state.due.stop();
-    else if (hadFailed)
+    } else if (hadFailed) {
         startWhenDue(type);
+    }
     if (state.hasFailed != hadFailed)
         Q_EMIT changed();
 }

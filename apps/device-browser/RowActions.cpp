@@ -63,12 +63,13 @@ void RowActions::update()
         action->setEnabled(false);
     m_keepOnTop->setChecked(false);
     m_connect->setText(tr("&Connect"));
-    if (rows::isDevice(selected))
+    if (rows::isDevice(selected)) {
         updateForDevice(selected);
-    else if (rows::typeOf(selected) == KelDeviceTree::ItemGenTLInterface)
+    } else if (rows::typeOf(selected) == KelDeviceTree::ItemGenTLInterface) {
         updateForInterface(selected);
-    else
+    } else {
         updateForGroup(selected);
+    }
 }
 
 void RowActions::retranslate()
@@ -133,10 +134,11 @@ void RowActions::showMenu(const QPoint &place)
         if (!action->isEnabled() && !action->isSeparator())
             menu->removeAction(action);
     }
-    if (menu->isEmpty())
+    if (menu->isEmpty()) {
         menu->deleteLater();
-    else
+    } else {
         menu->popup(tree->viewport()->mapToGlobal(place));
+    }
 }
 
 void RowActions::updateForDevice(const QTreeWidgetItem *selected)
@@ -190,10 +192,11 @@ QTreeWidgetItem *RowActions::row() const
 void RowActions::toggleConnection()
 {
     const QTreeWidgetItem *selected = row();
-    if (rows::isDevice(selected))
+    if (rows::isDevice(selected)) {
         m_parts.controller->toggleDevice(rows::idOf(selected));
-    else if (rows::typeOf(selected) == KelDeviceTree::ItemGenTLInterface)
+    } else if (rows::typeOf(selected) == KelDeviceTree::ItemGenTLInterface) {
         m_parts.controller->toggleInterface(rows::idOf(selected));
+    }
 }
 
 void RowActions::toggleKeptOnTop()

@@ -46,10 +46,11 @@ QList<int> visibleItemTypes(const QStringList &hiddenKinds)
     bool isAnyHidden = false;
     const QList<RowKind> kinds = rowKinds();
     for (const RowKind &kind : kinds) {
-        if (hiddenKinds.contains(kind.key))
+        if (hiddenKinds.contains(kind.key)) {
             isAnyHidden = true;
-        else
+        } else {
             types += kind.itemTypes;
+        }
     }
     return isAnyHidden ? types : QList<int>();
 }

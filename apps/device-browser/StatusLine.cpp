@@ -64,9 +64,10 @@ QString StatusLine::activityText() const
         return tr("Waiting on %1 until you refresh: the last search failed").arg(namesOf(scheduler.paused()));
     if (tree && !tree->hasEnumOnce(scheduler.transports()))
         return tr("Searching for the first time: %1 …").arg(namesOf(scheduler.running()));
-    if (!scheduler.isAutomatic())
+    if (!scheduler.isAutomatic()) {
         return scheduler.running() == 0 ? tr("Automatic refresh is off")
                                         : tr("Searching: %1 …").arg(namesOf(scheduler.running()));
+    }
     return tr("Up to date, refreshed automatically");
 }
 

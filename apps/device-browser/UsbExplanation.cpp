@@ -58,11 +58,12 @@ QString portText(const uint8_t (&locator)[4])
 
 QStringList usbObstacles(const KELA_USB_DEVICE_INFO &camera, const DeviceNode &node)
 {
-    if (!node.path.isEmpty() && !node.exists)
+    if (!node.path.isEmpty() && !node.exists) {
         return {Usb::tr("The camera is plugged in, but its device file %1 does not exist. In a container the "
                         "folder /dev/bus/usb has to be passed through.")
                     .arg(node.path)};
-    if (!node.path.isEmpty() && !node.isWritable)
+    }
+    if (!node.path.isEmpty() && !node.isWritable) {
         return {
             Usb::tr("The camera is plugged in, but you have no permission to open it: %1 may not be written "
                     "by you.")
@@ -70,6 +71,7 @@ QStringList usbObstacles(const KELA_USB_DEVICE_INFO &camera, const DeviceNode &n
             Usb::tr("What helps: a rule for udev in /etc/udev/rules.d/70-cameras.rules, then plug the camera "
                     "in again:"),
             udevRule(camera)};
+    }
     return {Usb::tr("The camera is plugged in, but it cannot be used: another driver may have taken it, or it "
                     "reports itself as not ready.")};
 }
@@ -95,9 +97,10 @@ void addUsbFacts(Explanation &explanation, const KELA_STRUCT_DEVICE_INFO &device
     if (camera.linkSpeed != 0)
         group.add(Usb::tr("Speed"), Usb::tr("%1 Mbit/s").arg(camera.linkSpeed));
     group.add(Usb::tr("USB version"), usbVersionText(camera.usbVersion));
-    if (camera.vendorId != 0)
+    if (camera.vendorId != 0) {
         group.add(Usb::tr("Vendor and product"),
                   QStringLiteral("%1:%2").arg(hex4(camera.vendorId), hex4(camera.productId)));
+    }
     group.add(Usb::tr("USB3 Vision"), protocolVersionText(camera.u3vVersion));
     group.add(Usb::tr("GenCP"), protocolVersionText(camera.genCpVersion));
     group.add(Usb::tr("Device GUID"), deviceText(camera.deviceGuid));

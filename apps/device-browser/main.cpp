@@ -58,8 +58,9 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
     browser::MainWindow window(line);
     window.show();
-    if (!line.screenshot.isEmpty())
+    if (!line.screenshot.isEmpty()) {
         QTimer::singleShot(line.screenshotAfter, &window,
                            [&window, &line] { writeScreenshot(window, line.screenshot); });
+    }
     return QApplication::exec();
 }
