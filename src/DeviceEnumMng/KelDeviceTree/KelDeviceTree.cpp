@@ -237,6 +237,8 @@ void KelDeviceTree::onRightBtnClicked()
     }
 }
 
+// Hosts may have taken the slots' addresses: they take their records by value.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 void KelDeviceTree::onNewNetWork(QVariant dataVar)
 {
     if (d && d->m_enumEnabled) {
@@ -313,6 +315,7 @@ void KelDeviceTree::onDeleteUSBController(QVariant dataVar)
         d->onDeleteUSBController(dataVar);
     }
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 void KelDeviceTree::onEndThread(int nDeviceType, int nErrorCode)
 {
