@@ -18,10 +18,11 @@ public:
     {
         void *handle = nullptr;
         const uint code = m_access.OpenGenTLInterface(&genTLInterface, &handle);
-        if (code == KELA_OK)
+        if (code == KELA_OK) {
             Q_EMIT opened(genTLInterface.id, handle);
-        else
+        } else {
             Q_EMIT openFailed(genTLInterface.id, code);
+        }
     }
 
     void close(void *handle) { m_access.CloseGenTLInterface(handle); }

@@ -16,6 +16,13 @@
 namespace browser
 {
 
+namespace
+{
+
+constexpr qint64 kDayMs = 24LL * 3600 * 1000;
+
+} // namespace
+
 LiveView::LiveView(long id, ConnectionManager *manager, QWidget *parent)
     : QWidget(parent)
     , m_id(id)
@@ -72,7 +79,7 @@ void LiveView::showState()
     if (m_state->styleSheet() != style)
         m_state->setStyleSheet(style);
     if (isLive) {
-        const QTime shown = QTime(0, 0).addMSecs(static_cast<int>(m_since.elapsed() % (24 * 3600 * 1000)));
+        const QTime shown = QTime(0, 0).addMSecs(static_cast<int>(m_since.elapsed() % kDayMs));
         m_state->setText(tr("Live, in view for %1").arg(shown.toString(QStringLiteral("HH:mm:ss"))));
     } else if (state == SessionState::Lost) {
         m_state->setText(tr("Connection lost; the values are the last ones read."));

@@ -144,7 +144,7 @@ void MainWindow::makeMenus()
     m_rowActions->fill(m_menus.at(1));
     m_menus.at(1)->addSeparator();
     m_copy = m_menus.at(1)->addAction(QString());
-    m_copy->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_C);
+    m_copy->setShortcut(QStringLiteral("Ctrl+Shift+C"));
     m_preferenceMenus->fillSearch(m_menus.at(2));
     m_preferenceMenus->fillView(m_menus.at(3));
     m_menus.at(3)->addSeparator();

@@ -35,13 +35,13 @@ RowActions::RowActions(const Parts &parts, QWidget *window)
     , m_removeProducer(new QAction(this))
 {
     m_keepOnTop->setCheckable(true);
-    addTo(window, m_connect, Qt::CTRL | Qt::Key_Return);
-    addTo(window, m_openLive, Qt::CTRL | Qt::Key_L);
-    addTo(window, m_keepOnTop, Qt::CTRL | Qt::Key_T);
-    addTo(window, m_assignAddress, Qt::CTRL | Qt::Key_I);
+    addTo(window, m_connect, QStringLiteral("Ctrl+Return"));
+    addTo(window, m_openLive, QStringLiteral("Ctrl+L"));
+    addTo(window, m_keepOnTop, QStringLiteral("Ctrl+T"));
+    addTo(window, m_assignAddress, QStringLiteral("Ctrl+I"));
     addTo(window, m_takeOut, QKeySequence::Delete);
-    addTo(window, m_refreshGroup, Qt::SHIFT | Qt::Key_F5);
-    addTo(window, m_producers, Qt::CTRL | Qt::Key_P);
+    addTo(window, m_refreshGroup, QStringLiteral("Shift+F5"));
+    addTo(window, m_producers, QStringLiteral("Ctrl+P"));
     addTo(window, m_removeProducer, QKeySequence());
     connect(m_connect, &QAction::triggered, this, &RowActions::toggleConnection);
     connect(m_openLive, &QAction::triggered, this, [this] { Q_EMIT liveViewWanted(rows::idOf(row())); });
@@ -57,7 +57,7 @@ RowActions::RowActions(const Parts &parts, QWidget *window)
 
 void RowActions::update()
 {
-    const QTreeWidgetItem *selected = row();
+    const QTreeWidgetItem *selected = m_parts.host->tree() ? row() : nullptr;
     for (QAction *action : {m_connect, m_openLive, m_keepOnTop, m_assignAddress, m_takeOut, m_refreshGroup,
                             m_producers, m_removeProducer})
         action->setEnabled(false);
@@ -186,7 +186,7 @@ void RowActions::addTo(QWidget *window, QAction *action, const QKeySequence &sho
 
 QTreeWidgetItem *RowActions::row() const
 {
-    return m_parts.host->tree() ? m_parts.host->tree()->currentItem() : nullptr;
+    return m_parts.host->tree()->currentItem();
 }
 
 void RowActions::toggleConnection()
