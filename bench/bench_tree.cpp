@@ -2,9 +2,8 @@
 // What the device tree costs: events, look-ups, construction, memory, and how long a pass keeps the event
 // loop of the host from coming round.
 
-#include "KelDeviceTree_p.h"
-
 #include <DeviceEnumMng/KelDeviceTree.h>
+#include <DeviceEnumMng/KelDeviceTree/KelDeviceTree_p.h>
 
 #include <ScriptedAccess.h>
 #include <ScriptedRecords.h>
@@ -116,7 +115,7 @@ void updateEvent(benchmark::State &state)
     const int rows = static_cast<int>(state.range(0));
     const auto tree = shownTree(rows);
     FreshEvents events(rows);
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         handle(*tree, KELA_INTERFACE_STATE_DEVICE_UPDATED, QVariant::fromValue(events.next()));
     }
 }
@@ -129,7 +128,7 @@ void updateEventFromTheWorker(benchmark::State &state)
     const auto tree = shownTree(rows);
     EnumEventUserData user{KELA_INTERFACE_TYPE_GIGE, tree.get()};
     FreshEvents events(rows);
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         std::thread worker([&] {
             for (int event = 0; event < kPassSize; ++event) {
                 KELA_STRUCT_DEVICE_INFO record = events.next();
@@ -149,7 +148,7 @@ void newDeviceEvent(benchmark::State &state)
 {
     const auto tree = shownTree(static_cast<int>(state.range(0)));
     const std::vector<QVariant> events = cameras(100000, kPassSize);
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QVariant &event : events) {
             handle(*tree, KELA_INTERFACE_STATE_DEVICE_NEW, event);
         }
@@ -171,7 +170,7 @@ void lookUpByIdentifier(benchmark::State &state)
     const int rows = static_cast<int>(state.range(0));
     const auto tree = shownTree(rows);
     int id = 0;
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(tree->findCameraItem(1 + id));
         id = (id + 1) % rows;
     }
@@ -195,7 +194,7 @@ void lookUpByKey(benchmark::State &state)
     QApplication::processEvents();
     benchmark::DoNotOptimize(gige);
     std::size_t next = 0;
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(inside.findNetWorkItem(keys[next]));
         next = (next + 1) % keys.size();
     }
@@ -204,7 +203,7 @@ BENCHMARK(lookUpByKey)->Arg(4)->Arg(64)->Arg(4096);
 
 void construction(benchmark::State &state)
 {
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         auto tree = std::make_unique<KelDeviceTree>();
         benchmark::DoNotOptimize(tree.get());
         state.PauseTiming();
@@ -217,7 +216,7 @@ BENCHMARK(construction)->Unit(benchmark::kMillisecond);
 void memoryPerRow(benchmark::State &state)
 {
     const int rows = static_cast<int>(state.range(0));
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         const auto tree = shownTree(1);
         const auto before = mallinfo2();
         for (const QVariant &event : cameras(2, rows)) {
@@ -305,7 +304,7 @@ void gapOfTheEventLoop(benchmark::State &state, bool isNew)
     plugPass();
     double wall = 0;
     double cpu = 0;
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         auto tree = shownTree(kRowsOfABigTree - (isNew ? 0 : kPassSize));
         if (!isNew) {

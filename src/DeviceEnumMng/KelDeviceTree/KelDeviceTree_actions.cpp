@@ -6,7 +6,6 @@
 #include "KelDeviceTree_p.h"
 #include "KelPlainToolTips.h"
 
-#include <CustomCtr/CustomLoadingDialog.h>
 #include <CustomCtr/CustomPushButton.h>
 #include <DeviceEnumMng/KelGenTLMenu.h>
 
@@ -18,8 +17,6 @@
 
 namespace
 {
-
-constexpr int kLoadingId = 4097;
 
 using Images = std::array<QString, 4>; // by Custom::ItemStatus
 
@@ -176,9 +173,8 @@ void KelDeviceTreePrivate::onRightBtnClicked(QObject *sender)
     case kCameraLinkBtnId:
         Q_EMIT q->sigBeforeRefreshBtnClicked(KELA_INTERFACE_TYPE_CAMERALINK);
         if (tree) {
-            CustomLoadingDialog::showLoading(
-                KelDeviceTree::tr("Searching for CameraLink camera(s) in the same subnet with the computer..."),
-                kLoadingId);
+            showLoading(KelDeviceTree::tr(
+                "Searching for CameraLink camera(s) in the same subnet with the computer..."));
             refreshThread(KELA_INTERFACE_TYPE_CAMERALINK, false, true, true);
         }
         break;

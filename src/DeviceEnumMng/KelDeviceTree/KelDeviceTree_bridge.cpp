@@ -169,7 +169,6 @@ void KelDeviceTreePrivate::stopEnumerators()
 void KelDeviceTreePrivate::refreshThread(unsigned int types, bool bParam1, bool bParam2, bool bShowLoading)
 {
     const int wanted = static_cast<int>(types);
-    m_isLoading = m_isLoading || bShowLoading;
     for (const auto type :
          {KELA_INTERFACE_TYPE_GIGE, KELA_INTERFACE_TYPE_USB, KELA_INTERFACE_TYPE_CAMERALINK}) {
         if (KelInterface::testFlag(static_cast<int>(type), wanted)) {
@@ -179,11 +178,16 @@ void KelDeviceTreePrivate::refreshThread(unsigned int types, bool bParam1, bool 
     if (KelInterface::testFlag(KELA_INTERFACE_TYPE_GENTL, wanted)) {
         CDevicesEnum *enumerator = getThread(KELA_INTERFACE_TYPE_GENTL);
         if (bShowLoading) {
-            CustomLoadingDialog::showLoading(
-                KelDeviceTree::tr("Searching for GenTL devices with the computer..."), kLoadingId);
+            showLoading(KelDeviceTree::tr("Searching for GenTL devices with the computer..."));
         }
         enumerator->UpdateOnce(bParam1, bParam2);
     }
+}
+
+void KelDeviceTreePrivate::showLoading(const QString &text)
+{
+    m_isLoading = true;
+    CustomLoadingDialog::showLoading(text, kLoadingId);
 }
 
 void KelDeviceTreePrivate::hideLoading()

@@ -82,6 +82,7 @@ public:
     void stopEnumerators();
     CDevicesEnum *getThread(KELA_INTERFACE_TYPE type);
     void refreshThread(unsigned int types, bool bParam1, bool bParam2, bool bShowLoading);
+    void showLoading(const QString &text);
     void hideLoading();
     bool hasEnumOnce(unsigned int types);
     int addRemoteDevice(KELA_STRUCT_DEVICE_INFO &info);

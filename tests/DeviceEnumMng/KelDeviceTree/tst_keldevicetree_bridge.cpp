@@ -62,6 +62,11 @@ bool hasVisibleText(const QString &text)
     return false;
 }
 
+QByteArray bytesOf(const void *record, int size)
+{
+    return QByteArray(static_cast<const char *>(record), size);
+}
+
 KELA_DEVICE_INFO_EX numberedCamera(int number)
 {
     KELA_DEVICE_INFO_EX info = gigeCamera("S" + std::to_string(1000 + number), 2);
@@ -465,8 +470,6 @@ void tst_KelDeviceTree_bridge::missingRecordsArriveZeroed()
 {
     QSignalSpy events(m_tree.get(), &KelDeviceTree::sigEventSink);
     EnumEventUserData user{1, m_tree.get()};
-    const KELA_INTERFACE_INFO noInterface = {};
-    const KELA_STRUCT_DEVICE_INFO noDevice = {};
 
     EnumEventSink(nullptr, nullptr, KELA_INTERFACE_STATE_PASS_BEGIN, 0, &user);
 
@@ -475,8 +478,10 @@ void tst_KelDeviceTree_bridge::missingRecordsArriveZeroed()
     const auto device = events.at(0).at(1).value<QVariant>();
     QCOMPARE(interface.typeName(), "KELA_INTERFACE_INFO");
     QCOMPARE(device.typeName(), "KELA_STRUCT_DEVICE_INFO");
-    QCOMPARE(std::memcmp(interface.constData(), &noInterface, sizeof noInterface), 0);
-    QCOMPARE(std::memcmp(device.constData(), &noDevice, sizeof noDevice), 0);
+    QCOMPARE(bytesOf(interface.constData(), sizeof(KELA_INTERFACE_INFO)),
+             QByteArray(sizeof(KELA_INTERFACE_INFO), '\0'));
+    QCOMPARE(bytesOf(device.constData(), sizeof(KELA_STRUCT_DEVICE_INFO)),
+             QByteArray(sizeof(KELA_STRUCT_DEVICE_INFO), '\0'));
 }
 
 void tst_KelDeviceTree_bridge::recordsCrossByValue()
