@@ -179,7 +179,6 @@ TEST(GenTLHangsDeathTest, leavingTheProgramDoesNotWaitForAHungProducer)
     GTEST_SKIP()
         << "the program ends with a thread inside the producer, which ThreadSanitizer takes for a race";
 #endif
-    ::testing::GTEST_FLAG(death_test_style) = "threadsafe";
     EXPECT_EXIT(
         {
             SampleFolder folder;
