@@ -106,6 +106,7 @@ private Q_SLOTS:
     void endWithoutErrorCodeCountsAsSucceeded();
     void passIsAcknowledgedAfterItsSignal();
     void searchGoesWithItsTree();
+    void treeThatShowedNoSearchLeavesOthersAlone();
 
     void missingRecordsArriveZeroed();
     void recordsCrossByValue();
@@ -464,6 +465,16 @@ void tst_KelDeviceTree_bridge::searchGoesWithItsTree()
     m_tree.reset();
 
     QVERIFY(!CustomLoadingDialog::isLoading(kLoadingId));
+}
+
+void tst_KelDeviceTree_bridge::treeThatShowedNoSearchLeavesOthersAlone()
+{
+    CustomLoadingDialog::showLoading(QStringLiteral("another tree's"), kLoadingId);
+    m_tree->updateDeviceTypes(KELA_INTERFACE_TYPE_GIGE, true, true, true);
+
+    m_tree.reset();
+
+    QVERIFY(CustomLoadingDialog::isLoading(kLoadingId));
 }
 
 void tst_KelDeviceTree_bridge::missingRecordsArriveZeroed()
