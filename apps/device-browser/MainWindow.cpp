@@ -176,6 +176,7 @@ void MainWindow::joinParts()
         m_host->tree()->updateDeviceTypes(transport, true, true,
                                           byUser && m_host->tree()->hasEnumOnce(transport));
     });
+    connect(&m_hotplug, &HotplugMonitor::changed, &m_scheduler, &PassScheduler::requestForChange);
     connect(&m_monitor, &EnumerationMonitor::passEnded, &m_scheduler,
             [this](int transport, int, int errorCode) { m_scheduler.noteResult(transport, errorCode); });
 }

@@ -6,6 +6,7 @@
 #include "DeviceTasks.h"
 #include "EnumerationMonitor.h"
 #include "EventLog.h"
+#include "HotplugMonitor.h"
 #include "InterfaceManager.h"
 #include "PassScheduler.h"
 #include "SettingsStore.h"
@@ -69,6 +70,7 @@ private:
     SettingsStore m_settings;
     EventLog m_log;
     PassScheduler m_scheduler;
+    HotplugMonitor m_hotplug;
     EnumerationMonitor m_monitor;
     ConnectionManager m_connections;
     InterfaceManager m_interfaces;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PassScheduler.h"
 
+#include <utility>
+
 namespace browser
 {
 
@@ -8,6 +10,7 @@ struct PassScheduler::Transport {
     QTimer due;
     bool isRunning = false;
     bool isWantedAgain = false;
+    bool isWantedByUser = false;
     bool hasFailed = false;
 };
 
@@ -56,6 +59,17 @@ void PassScheduler::setHeld(bool isHeld)
 
 void PassScheduler::requestNow(uint transports)
 {
+    request(transports, true);
+}
+
+void PassScheduler::requestForChange(uint transports)
+{
+    if (m_automatic)
+        request(transports, false);
+}
+
+void PassScheduler::request(uint transports, bool byUser)
+{
     for (uint type = 1; type != 0; type <<= 1) {
         if ((transports & m_transports & type) == 0)
             continue;
@@ -63,8 +77,9 @@ void PassScheduler::requestNow(uint transports)
         transport.hasFailed = false;
         if (transport.isRunning) {
             transport.isWantedAgain = true;
+            transport.isWantedByUser |= byUser;
         } else {
-            start(type, true);
+            start(type, byUser);
         }
     }
 }
@@ -113,7 +128,7 @@ void PassScheduler::noteFinished(int transport)
     state.isRunning = false;
     if (state.isWantedAgain) {
         state.isWantedAgain = false;
-        start(type, true);
+        start(type, std::exchange(state.isWantedByUser, false));
     } else {
         startWhenDue(type);
     }

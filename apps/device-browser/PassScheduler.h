@@ -36,6 +36,9 @@ public:
     bool isHeld() const { return m_isHeld; }
     /// Asks for one pass of each chosen transport now; where one runs already, for one more after it.
     void requestNow(uint transports);
+    /// Asks for one pass of each chosen transport because something changed there; not while the repetition
+    /// is off, since then the user chooses the moment.
+    void requestForChange(uint transports);
     /// Transports whose pass runs, as bits.
     uint running() const;
     /// Transports that wait to be asked for because their last pass failed, as bits.
@@ -59,6 +62,7 @@ Q_SIGNALS:
 private:
     struct Transport;
 
+    void request(uint transports, bool byUser);
     Transport &transportOf(uint type);
     void start(uint type, bool byUser);
     void startWhenDue(uint type);

@@ -45,6 +45,10 @@ private Q_SLOTS:
     void endNobodyAskedForStartsNoSecondPass();
     void newTreeStartsAfresh();
     void whileHeldNothingIsAskedFor();
+    void changeIsFollowedAtOnceButNotAsTheUsersWish();
+    void changeDuringAPassGivesOneMoreQuietly();
+    void changeWakesAFailedTransport();
+    void changeIsLeftAloneWithoutAutomatic();
 
 private:
     std::unique_ptr<PassScheduler> m_scheduler;
@@ -233,6 +237,56 @@ void TestPassScheduler::whileHeldNothingIsAskedFor()
 
     m_scheduler->setHeld(false);
     QCOMPARE(m_wanted->size(), 2);
+}
+
+void TestPassScheduler::changeIsFollowedAtOnceButNotAsTheUsersWish()
+{
+    m_scheduler->setTransports(kGigE | kUsb);
+    m_scheduler->noteFinished(kUsb);
+    m_wanted->clear();
+
+    m_scheduler->requestForChange(kUsb);
+
+    QCOMPARE(m_wanted->size(), 1);
+    QCOMPARE(transportOf(*m_wanted, 0), kUsb);
+    QCOMPARE(m_wanted->at(0).at(1).toBool(), false);
+}
+
+void TestPassScheduler::changeDuringAPassGivesOneMoreQuietly()
+{
+    m_scheduler->setTransports(kGigE);
+    m_wanted->clear();
+
+    m_scheduler->requestForChange(kGigE);
+    QCOMPARE(m_wanted->size(), 0);
+    m_scheduler->noteFinished(kGigE);
+
+    QCOMPARE(m_wanted->size(), 1);
+    QCOMPARE(m_wanted->at(0).at(1).toBool(), false);
+}
+
+void TestPassScheduler::changeWakesAFailedTransport()
+{
+    m_scheduler->setTransports(kGigE);
+    m_scheduler->noteResult(kGigE, 1);
+    m_scheduler->noteFinished(kGigE);
+    m_wanted->clear();
+
+    m_scheduler->requestForChange(kGigE);
+
+    QCOMPARE(m_wanted->size(), 1);
+}
+
+void TestPassScheduler::changeIsLeftAloneWithoutAutomatic()
+{
+    m_scheduler->setTransports(kGigE);
+    m_scheduler->setAutomatic(false);
+    m_scheduler->noteFinished(kGigE);
+    m_wanted->clear();
+
+    m_scheduler->requestForChange(kGigE);
+
+    QCOMPARE(m_wanted->size(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestPassScheduler)
