@@ -71,10 +71,11 @@ unsigned int enumerateAll(Backends &backends, unsigned int transports, std::vect
         TransportBackend *backend = (transports & bit) ? backends.find(bit) : nullptr;
         std::vector<KELA_DEVICE_INFO_EX> devices;
         const unsigned int code = backend ? backend->enumerate(devices) : KELA_OK;
-        if (code == KELA_OK)
+        if (code == KELA_OK) {
             append(found, devices);
-        else if (result == KELA_OK)
+        } else if (result == KELA_OK) {
             result = code;
+        }
     }
     return result;
 }

@@ -28,10 +28,11 @@ Sink currentSink()
 void logLine(KELA_LOG_LEVEL level, const std::string &line)
 {
     const Sink sink = currentSink();
-    if (sink.function)
+    if (sink.function) {
         sink.function(level, line.c_str(), sink.user);
-    else if (level >= KELA_LOG_WARNING)
+    } else if (level >= KELA_LOG_WARNING) {
         std::fprintf(stderr, "%s\n", line.c_str());
+    }
 }
 
 void setLogSink(KELA_LOG_SINK sink, void *user)
