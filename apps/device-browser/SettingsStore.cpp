@@ -16,12 +16,17 @@ namespace
 constexpr uint kAllTransports = KELA_INTERFACE_TYPE_GIGE | KELA_INTERFACE_TYPE_USB |
                                 KELA_INTERFACE_TYPE_CAMERALINK | KELA_INTERFACE_TYPE_GENTL;
 
-/// A number of a file, or its default where the file holds something else.
-int number(const QSettings &settings, const char *key, int lowest, int highest, int standard)
+/// A value of a file as a number, or its default where the file holds something else.
+int number(const QVariant &held, int lowest, int highest, int standard)
 {
     bool isNumber = false;
-    const int value = settings.value(QLatin1String(key)).toInt(&isNumber);
+    const int value = held.toInt(&isNumber);
     return isNumber && value >= lowest && value <= highest ? value : standard;
+}
+
+int number(const QSettings &settings, const char *key, int lowest, int highest, int standard)
+{
+    return number(settings.value(QLatin1String(key)), lowest, highest, standard);
 }
 
 } // namespace
@@ -130,7 +135,10 @@ void SettingsStore::setRowButtonsShown(bool on)
 
 int SettingsStore::acknowledgeMode() const
 {
-    return number(m_library, "General/EunmAckMode", 0, 1, 1);
+    // A section that is written as [General] by hand holds keys without a group for QSettings; the device
+    // library takes those too.
+    const QVariant withoutGroup = m_library.value(QStringLiteral("EunmAckMode"));
+    return number(m_library.value(QStringLiteral("General/EunmAckMode"), withoutGroup), 0, 1, 1);
 }
 
 void SettingsStore::setAcknowledgeMode(int mode)

@@ -3,6 +3,7 @@
 
 #include <KelAIndustryControl/KelARecords.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void freshStoreSearchesEverythingAutomatically();
     void choicesSurviveARestart();
     void acknowledgeModeIsWrittenWhereTheLibraryReadsIt();
+    void acknowledgeModeWrittenByHandIsRead();
     void emptySerialIsNeverKeptOnTop();
     void damagedValuesReadAsDefaults();
 };
@@ -67,6 +69,22 @@ void TestSettingsStore::acknowledgeModeIsWrittenWhereTheLibraryReadsIt()
     const QSettings library(folder.filePath(QStringLiteral("LocalConfig.ini")), QSettings::IniFormat);
     QCOMPARE(library.value(QStringLiteral("General/EunmAckMode")).toInt(), 0);
     QCOMPARE(store.acknowledgeMode(), 0);
+}
+
+void TestSettingsStore::acknowledgeModeWrittenByHandIsRead()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("LocalConfig.ini")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[General]\nEunmAckMode=0\n");
+    file.close();
+
+    SettingsStore store(folder.path());
+    QCOMPARE(store.acknowledgeMode(), 0);
+
+    // What the user chooses later counts.
+    store.setAcknowledgeMode(1);
+    QCOMPARE(store.acknowledgeMode(), 1);
 }
 
 void TestSettingsStore::emptySerialIsNeverKeptOnTop()
