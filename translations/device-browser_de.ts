@@ -579,7 +579,11 @@
     </message>
 </context>
 <context>
-    <name>TreeRows</name>
+    <name>RowNames</name>
+    <message>
+        <source>%1, connection lost</source>
+        <translation>%1, Verbindung verloren</translation>
+    </message>
     <message>
         <source>Disconnect %1</source>
         <translation>%1 trennen</translation>
@@ -718,10 +722,6 @@
         <translation>„%1“ ist keine IPv4-Adresse.</translation>
     </message>
     <message>
-        <source>Added the camera at %1.</source>
-        <translation>Die Kamera unter %1 wurde hinzugefügt.</translation>
-    </message>
-    <message>
         <source>No camera answers at %1.</source>
         <translation>Unter %1 antwortet keine Kamera.</translation>
     </message>
@@ -852,6 +852,10 @@
     <message>
         <source>Hide, one name per line:</source>
         <translation>Verbergen, ein Name pro Zeile:</translation>
+    </message>
+    <message>
+        <source>Unknown (%1): hides all</source>
+        <translation>Unbekannt (%1): blendet alle aus</translation>
     </message>
 </context>
 <context>
@@ -1103,6 +1107,17 @@
     <message>
         <source>To this computer &amp;only: less traffic for others</source>
         <translation>&amp;Nur an diesen Computer: weniger Verkehr für andere</translation>
+    </message>
+</context>
+<context>
+    <name>browser::RemoteCameras</name>
+    <message>
+        <source>Added the camera at %1.</source>
+        <translation>Die Kamera unter %1 wurde hinzugefügt.</translation>
+    </message>
+    <message>
+        <source>No camera answers at %1.</source>
+        <translation>Unter %1 antwortet keine Kamera.</translation>
     </message>
 </context>
 <context>

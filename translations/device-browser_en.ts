@@ -579,7 +579,11 @@
     </message>
 </context>
 <context>
-    <name>TreeRows</name>
+    <name>RowNames</name>
+    <message>
+        <source>%1, connection lost</source>
+        <translation>%1, connection lost</translation>
+    </message>
     <message>
         <source>Disconnect %1</source>
         <translation>Disconnect %1</translation>
@@ -718,10 +722,6 @@
         <translation>"%1" is no IPv4 address.</translation>
     </message>
     <message>
-        <source>Added the camera at %1.</source>
-        <translation>Added the camera at %1.</translation>
-    </message>
-    <message>
         <source>No camera answers at %1.</source>
         <translation>No camera answers at %1.</translation>
     </message>
@@ -852,6 +852,10 @@
     <message>
         <source>Hide, one name per line:</source>
         <translation>Hide, one name per line:</translation>
+    </message>
+    <message>
+        <source>Unknown (%1): hides all</source>
+        <translation>Unknown (%1): hides all</translation>
     </message>
 </context>
 <context>
@@ -1103,6 +1107,17 @@
     <message>
         <source>To this computer &amp;only: less traffic for others</source>
         <translation>To this computer &amp;only: less traffic for others</translation>
+    </message>
+</context>
+<context>
+    <name>browser::RemoteCameras</name>
+    <message>
+        <source>Added the camera at %1.</source>
+        <translation>Added the camera at %1.</translation>
+    </message>
+    <message>
+        <source>No camera answers at %1.</source>
+        <translation>No camera answers at %1.</translation>
     </message>
 </context>
 <context>

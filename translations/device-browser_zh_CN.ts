@@ -579,7 +579,11 @@
     </message>
 </context>
 <context>
-    <name>TreeRows</name>
+    <name>RowNames</name>
+    <message>
+        <source>%1, connection lost</source>
+        <translation>%1，连接已丢失</translation>
+    </message>
     <message>
         <source>Disconnect %1</source>
         <translation>断开 %1</translation>
@@ -718,10 +722,6 @@
         <translation>“%1”不是 IPv4 地址。</translation>
     </message>
     <message>
-        <source>Added the camera at %1.</source>
-        <translation>已添加 %1 处的相机。</translation>
-    </message>
-    <message>
         <source>No camera answers at %1.</source>
         <translation>%1 处没有相机应答。</translation>
     </message>
@@ -852,6 +852,10 @@
     <message>
         <source>Hide, one name per line:</source>
         <translation>隐藏，每行一个名称：</translation>
+    </message>
+    <message>
+        <source>Unknown (%1): hides all</source>
+        <translation>未知（%1）：全部隐藏</translation>
     </message>
 </context>
 <context>
@@ -1103,6 +1107,17 @@
     <message>
         <source>To this computer &amp;only: less traffic for others</source>
         <translation>仅应答本机(&amp;O)：减少对他人的流量</translation>
+    </message>
+</context>
+<context>
+    <name>browser::RemoteCameras</name>
+    <message>
+        <source>Added the camera at %1.</source>
+        <translation>已添加 %1 处的相机。</translation>
+    </message>
+    <message>
+        <source>No camera answers at %1.</source>
+        <translation>%1 处没有相机应答。</translation>
     </message>
 </context>
 <context>

@@ -6,6 +6,7 @@
 #include "EnumerationMonitor.h"
 #include "InterfaceManager.h"
 #include "PassScheduler.h"
+#include "RowNames.h"
 #include "TreeHost.h"
 #include "TreeRows.h"
 
@@ -21,6 +22,7 @@ ConnectionController::ConnectionController(const Parts &parts, QObject *parent)
         const QList<long> open = m_parts.interfaces->openIds();
         for (const long id : open)
             closeInterface(id);
+        letGoOfAbsentDevices();
     });
     listenToConnections();
     listenToInterfaces();
@@ -84,6 +86,18 @@ void ConnectionController::setFrozen(bool isFrozen)
         removeGoneRows();
 }
 
+void ConnectionController::nameRows()
+{
+    QSet<long> lost;
+    const QVector<long> held = m_parts.connections->ids();
+    for (const long id : held) {
+        if (m_parts.connections->session(id).state == SessionState::Lost)
+            lost.insert(id);
+    }
+    if (KelDeviceTree *tree = m_parts.host->tree())
+        rows::nameAllForScreenReaders(*tree, lost);
+}
+
 void ConnectionController::listenTo(KelDeviceTree *tree)
 {
     if (m_isFrozen)
@@ -100,6 +114,10 @@ void ConnectionController::listenTo(KelDeviceTree *tree)
     connect(tree, &KelDeviceTree::sigDeleteGenTLInterfaceItem, this,
             [this](QTreeWidgetItem *row) { m_parts.interfaces->close(rows::idOf(row)); });
     connect(tree, &KelDeviceTree::sigBeforeDeleteCti, this, &ConnectionController::closeInterfacesOf);
+    const auto nameRow = [tree](QTreeWidgetItem *row) { rows::nameForScreenReaders(*tree, row); };
+    connect(tree, &KelDeviceTree::sigNewGenTLInterfaceItem, this, nameRow);
+    connect(tree, &KelDeviceTree::sigUpdateGenTLInterfaceItem, this, nameRow);
+    nameRows();
 }
 
 void ConnectionController::listenToConnections()
@@ -114,8 +132,12 @@ void ConnectionController::listenToConnections()
         if (const KELA_STRUCT_DEVICE_INFO *device = m_parts.connections->device(id))
             rows::showOwnState(*m_parts.host->tree(), id, connectedState(*device));
     });
-    connect(connections, &ConnectionManager::lost, this,
-            [this](long id) { rows::showLost(*m_parts.host->tree(), id); });
+    connect(connections, &ConnectionManager::lost, this, [this](long id) {
+        rows::showLost(*m_parts.host->tree(), id);
+        // Without a row nobody could let it go.
+        if (!m_parts.host->tree()->findCameraItem(id))
+            m_parts.connections->close(id);
+    });
     connect(connections, &ConnectionManager::closed, this, &ConnectionController::showReleased);
     connect(connections, &ConnectionManager::changed, this, [this] {
         if (m_isReleasingAll && m_parts.connections->ids().isEmpty())
@@ -128,8 +150,7 @@ void ConnectionController::listenToInterfaces()
     connect(m_parts.interfaces, &InterfaceManager::opened, this, [this](long id, void *handle) {
         KelDeviceTree *tree = m_parts.host->tree();
         tree->setGenTLInterfaceHandle(static_cast<int>(id), handle);
-        tree->setCameraItemIcon(tree->findItem(KelDeviceTree::ItemGenTLInterface, id),
-                                KELA_DEV_STATE_GENTL_INTERFACE_OPEN);
+        showInterfaceState(id, KELA_DEV_STATE_GENTL_INTERFACE_OPEN);
         m_parts.scheduler->requestNow(KELA_INTERFACE_TYPE_GENTL);
     });
     connect(m_parts.interfaces, &InterfaceManager::closed, this,
@@ -151,16 +172,22 @@ void ConnectionController::noteRow(QTreeWidgetItem *row)
             rows::showLost(tree, id);
         return;
     }
-    rows::nameForScreenReaders(*m_parts.host->tree(), row);
+    rows::nameForScreenReaders(*m_parts.host->tree(), row, state == SessionState::Lost);
 }
 
 void ConnectionController::closeInterface(long id)
 {
     forgetDevicesOf(id);
     m_parts.interfaces->close(id);
+    showInterfaceState(id, KELA_DEV_STATE_GENTL_INTERFACE_FREE);
+}
+
+void ConnectionController::showInterfaceState(long id, KELA_DEV_STATE state)
+{
     KelDeviceTree *tree = m_parts.host->tree();
-    tree->setCameraItemIcon(tree->findItem(KelDeviceTree::ItemGenTLInterface, id),
-                            KELA_DEV_STATE_GENTL_INTERFACE_FREE);
+    QTreeWidgetItem *row = tree->findItem(KelDeviceTree::ItemGenTLInterface, id);
+    tree->setCameraItemIcon(row, state);
+    rows::nameForScreenReaders(*tree, row);
 }
 
 void ConnectionController::closeInterfacesOf(const QString &producer)
@@ -192,6 +219,16 @@ void ConnectionController::forgetDevicesOf(long interfaceId)
     }
 }
 
+void ConnectionController::letGoOfAbsentDevices()
+{
+    const QVector<long> held = m_parts.connections->ids();
+    for (const long id : held) {
+        const bool isLost = m_parts.connections->session(id).state == SessionState::Lost;
+        if (isLost || m_parts.monitor->isGone(id))
+            m_parts.connections->close(id);
+    }
+}
+
 void ConnectionController::showReleased(long id)
 {
     KelDeviceTree &tree = *m_parts.host->tree();
@@ -215,6 +252,9 @@ void ConnectionController::removeGoneRows()
         if (rows::cardRow(*tree, card))
             tree->onDeleteNetWork(QVariant::fromValue(card));
     }
+    const QVector<KELA_GENTL_IF_INFO> goneInterfaces = m_parts.monitor->goneInterfaces();
+    for (const KELA_GENTL_IF_INFO &genTLInterface : goneInterfaces)
+        tree->onDeleteGenTLInterface(QVariant::fromValue(genTLInterface));
 }
 
 } // namespace browser

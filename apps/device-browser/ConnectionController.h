@@ -47,6 +47,8 @@ public:
     /// Stops or resumes the tree; what went away meanwhile leaves when it is resumed.
     void setFrozen(bool isFrozen);
     bool isFrozen() const { return m_isFrozen; }
+    /// Gives every row and button the name that screen readers speak, in the language and encoding in use.
+    void nameRows();
 
 Q_SIGNALS:
     /// The user pressed the button of a camera that is not reachable.
@@ -60,7 +62,10 @@ private:
     void noteRow(QTreeWidgetItem *row);
     void closeInterface(long id);
     void closeInterfacesOf(const QString &producer);
+    void showInterfaceState(long id, KELA_DEV_STATE state);
     void forgetDevicesOf(long interfaceId);
+    /// A tree that starts anew never hears of devices that are away: their rows would not come.
+    void letGoOfAbsentDevices();
     void showReleased(long id);
     void removeGoneRows();
 

@@ -122,6 +122,9 @@ ConnectionManager::Connection *ConnectionManager::find(long id) const
 void ConnectionManager::connectSignals(long id, DeviceSession *session)
 {
     connect(session, &DeviceSession::opened, this, [this, id] {
+        // Given back before it was there.
+        if (this->session(id).state != SessionState::Opening)
+            return;
         note(id, SessionState::Open, 0);
         Q_EMIT opened(id);
     });
@@ -132,6 +135,9 @@ void ConnectionManager::connectSignals(long id, DeviceSession *session)
         Q_EMIT openFailed(id, errorCode);
     });
     connect(session, &DeviceSession::lost, this, [this, id](uint errorCode) {
+        // Given back already, or told by the enumeration.
+        if (this->session(id).state != SessionState::Open)
+            return;
         note(id, SessionState::Lost, errorCode);
         Q_EMIT lost(id, errorCode);
     });

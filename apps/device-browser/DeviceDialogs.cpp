@@ -8,6 +8,7 @@
 #include "ForceIpDialog.h"
 #include "HelpDialog.h"
 #include "Ipv4.h"
+#include "RemoteCameras.h"
 #include "TreeHost.h"
 #include "TreeRows.h"
 
@@ -69,14 +70,6 @@ void DeviceDialogs::askRemoteCamera()
     open(dialog);
 }
 
-void DeviceDialogs::takeOut(long id)
-{
-    KelDeviceTree *tree = m_parts.host->tree();
-    auto device = rows::deviceOf(*tree, id);
-    if (device && device->remote != 0)
-        tree->removeRemoteDevice(*device);
-}
-
 void DeviceDialogs::editFilters()
 {
     auto *dialog = new FilterDialog(m_window);
@@ -103,14 +96,8 @@ void DeviceDialogs::addRemote(const QString &address)
                                  tr("Add camera by address"), QString(), Custom::IconHint, false);
         return;
     }
-    KELA_STRUCT_DEVICE_INFO device{};
-    device.deviceInfo.transport = KELA_INTERFACE_TYPE_GIGE;
-    device.deviceInfo.special.gige.currentIp = *number;
-    if (m_parts.host->tree()->addRemoteDevice(device) >= 0) {
-        m_parts.log->add(EventLog::Kind::Note, tr("Added the camera at %1.").arg(ipv4::text(*number)));
+    if (m_parts.remoteCameras->add(*number))
         return;
-    }
-    m_parts.log->add(EventLog::Kind::Problem, tr("No camera answers at %1.").arg(ipv4::text(*number)));
     CustomMessageBox::simple(m_window, tr("No camera answers at %1.").arg(ipv4::text(*number)),
                              tr("Add camera by address"), QString(), Custom::IconHint, false);
 }

@@ -12,7 +12,7 @@ namespace browser
 
 class DeviceTasks;
 class EventLog;
-class Preferences;
+class RemoteCameras;
 class TreeHost;
 
 /// The dialogs about single cameras and the tree as a whole, and what they lead to. None of them starts
@@ -26,6 +26,7 @@ public:
     struct Parts {
         TreeHost *host;
         DeviceTasks *tasks;
+        RemoteCameras *remoteCameras;
         EventLog *log;
     };
 
@@ -35,8 +36,6 @@ public:
     void askAddress(long id);
     /// Asks for the address of a camera that is not seen by itself, and adds it.
     void askRemoteCamera();
-    /// Takes a camera out that was added by its address.
-    void takeOut(long id);
     /// Edits the vendor and model filters, which take effect in a new tree.
     void editFilters();
     /// Tells how to work without a mouse.

@@ -15,6 +15,7 @@ void EnumerationMonitor::listenTo(KelDeviceTree *tree)
 {
     m_goneDevices.clear();
     m_goneCards.clear();
+    m_goneInterfaces.clear();
     m_begun.clear();
     m_lastPassMs.clear();
     connect(tree, &KelDeviceTree::sigEventSink, this, &EnumerationMonitor::noteEvent);
@@ -26,6 +27,14 @@ QVector<KELA_NETWORK> EnumerationMonitor::goneCards() const
     for (const KELA_NETWORK &card : m_goneCards)
         cards.append(card);
     return cards;
+}
+
+QVector<KELA_GENTL_IF_INFO> EnumerationMonitor::goneInterfaces() const
+{
+    QVector<KELA_GENTL_IF_INFO> interfaces;
+    for (const KELA_GENTL_IF_INFO &genTLInterface : m_goneInterfaces)
+        interfaces.append(genTLInterface);
+    return interfaces;
 }
 
 void EnumerationMonitor::noteEvent(const QVariant &container, const QVariant &device, int kind, int errorCode,
@@ -69,12 +78,21 @@ void EnumerationMonitor::noteGone(const KELA_STRUCT_DEVICE_INFO &device)
 void EnumerationMonitor::noteContainer(const QVariant &container, bool isGone)
 {
     const KELA_INTERFACE_INFO info = container.value<KELA_INTERFACE_INFO>();
-    if (info.interfaceType != KELA_INTERFACE_TYPE_GIGE)
-        return;
-    const std::string_view key = fixedText(info.special.network.hardwareAddress);
+    if (info.interfaceType == KELA_INTERFACE_TYPE_GIGE) {
+        noteCard(info.special.network, isGone);
+    } else if (info.interfaceType == KELA_INTERFACE_TYPE_GENTL && isGone) {
+        m_goneInterfaces.insert(info.special.genTLInterface.id, info.special.genTLInterface);
+    } else if (info.interfaceType == KELA_INTERFACE_TYPE_GENTL) {
+        m_goneInterfaces.remove(info.special.genTLInterface.id);
+    }
+}
+
+void EnumerationMonitor::noteCard(const KELA_NETWORK &card, bool isGone)
+{
+    const std::string_view key = fixedText(card.hardwareAddress);
     const QByteArray name(key.data(), static_cast<int>(key.size()));
     if (isGone) {
-        m_goneCards.insert(name, info.special.network);
+        m_goneCards.insert(name, card);
     } else {
         m_goneCards.remove(name);
     }

@@ -16,7 +16,8 @@ namespace browser
 {
 
 /// Listens to a tree's enumeration events for what the rows do not show: how long passes take, how they
-/// end, and which devices and cards have gone although their row stays because a device is held.
+/// end, and which devices, cards and interfaces have gone although their row stays: because a device is held,
+/// or because the tree stood still.
 ///
 /// Thread: GUI.
 class EnumerationMonitor : public QObject
@@ -34,6 +35,8 @@ public:
     QList<long> goneDevices() const { return m_goneDevices.values(); }
     /// The cards that were reported gone and not seen again.
     QVector<KELA_NETWORK> goneCards() const;
+    /// The GenTL interfaces that were reported gone and not seen again.
+    QVector<KELA_GENTL_IF_INFO> goneInterfaces() const;
     /// How long the last pass of a transport took, in ms; -1 before the first one has ended.
     int lastPassMs(uint transport) const { return m_lastPassMs.value(transport, -1); }
 
@@ -47,9 +50,11 @@ private:
     void noteEvent(const QVariant &container, const QVariant &device, int kind, int errorCode, int transport);
     void noteGone(const KELA_STRUCT_DEVICE_INFO &device);
     void noteContainer(const QVariant &container, bool isGone);
+    void noteCard(const KELA_NETWORK &card, bool isGone);
 
     QSet<long> m_goneDevices;
     QHash<QByteArray, KELA_NETWORK> m_goneCards;
+    QHash<uint, KELA_GENTL_IF_INFO> m_goneInterfaces;
     QMap<uint, QElapsedTimer> m_begun;
     QMap<uint, int> m_lastPassMs;
 };

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QPlainTextEdit>
+#include <QTextDocument>
 
 namespace browser
 {
@@ -15,17 +16,14 @@ namespace
 
 const QChar kSeparator = QLatin1Char('/');
 
-/// A name that held the separator would come back as two.
+/// Whole names are compared, so every blank is kept. A name that held the separator would come back as two.
 QString joined(const QPlainTextEdit *edit)
 {
-    QStringList names;
-    const QStringList lines = edit->toPlainText().split(QLatin1Char('\n'));
-    for (const QString &line : lines)
-        names += line.split(kSeparator, Qt::SkipEmptyParts);
-    for (QString &name : names)
-        name = name.trimmed();
-    names.removeAll(QString());
-    return names.join(kSeparator);
+    // Unlike the plain text, the raw text keeps blanks that do not break.
+    QString text = edit->document()->toRawText();
+    for (const QChar lineEnd : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
+        text.replace(lineEnd, kSeparator);
+    return text.split(kSeparator, Qt::SkipEmptyParts).join(kSeparator);
 }
 
 void fill(QPlainTextEdit *edit, const QString &names)
@@ -58,8 +56,10 @@ FilterEditor::FilterEditor(const QString &title, QWidget *parent)
 
 void FilterEditor::setFilter(int state, const QString &include, const QString &exclude)
 {
-    // A state that nobody knows hides every camera; there is nothing to show it as but off.
-    m_state->setCurrentIndex(std::max(0, m_state->findData(state)));
+    // Such a state hides every camera, which must not look like "off".
+    if (m_state->findData(state) < 0)
+        m_state->addItem(tr("Unknown (%1): hides all").arg(state), state);
+    m_state->setCurrentIndex(m_state->findData(state));
     fill(m_include, include);
     fill(m_exclude, exclude);
 }

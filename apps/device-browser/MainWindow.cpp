@@ -7,6 +7,7 @@
 #include "EventReporter.h"
 #include "PreferenceMenus.h"
 #include "Preferences.h"
+#include "RemoteCameras.h"
 #include "RowActions.h"
 #include "SelectionExplainer.h"
 #include "StatusLine.h"
@@ -102,9 +103,10 @@ void MainWindow::makeParts()
     m_controller =
         new ConnectionController({m_host, &m_connections, &m_interfaces, &m_monitor, &m_scheduler}, this);
     new EventReporter({m_host, &m_connections, &m_interfaces, &m_monitor, &m_log}, this);
-    m_dialogs = new DeviceDialogs({m_host, &m_tasks, &m_log}, this);
-    m_rowActions =
-        new RowActions({m_host, m_controller, &m_connections, &m_interfaces, m_preferences, m_dialogs}, this);
+    auto *remoteCameras = new RemoteCameras(m_host, &m_log, this);
+    m_dialogs = new DeviceDialogs({m_host, &m_tasks, remoteCameras, &m_log}, this);
+    m_rowActions = new RowActions(
+        {m_host, m_controller, &m_connections, &m_interfaces, m_preferences, m_dialogs, remoteCameras}, this);
     m_preferenceMenus = new PreferenceMenus(m_preferences, this);
     m_explainer = new SelectionExplainer({m_host, &m_connections, &m_interfaces, m_details}, this);
     m_status = new StatusLine({m_host, &m_scheduler, &m_monitor});
@@ -158,6 +160,8 @@ void MainWindow::joinParts()
 {
     connect(m_host, &TreeHost::replaced, this, &MainWindow::listenTo);
     connect(m_refresh, &QAction::triggered, this, [this] { m_scheduler.requestNow(m_scheduler.transports()); });
+    // Names of rows follow the encoding.
+    connect(m_preferences, &Preferences::changed, m_controller, &ConnectionController::nameRows);
     connect(m_freeze, &QAction::toggled, m_controller, &ConnectionController::setFrozen);
     connect(m_addCamera, &QAction::triggered, m_dialogs, &DeviceDialogs::askRemoteCamera);
     connect(m_filters, &QAction::triggered, m_dialogs, &DeviceDialogs::editFilters);
@@ -223,6 +227,8 @@ void MainWindow::retranslate()
     m_log.retranslate();
     m_status->refresh();
     m_explainer->refresh();
+    // The tree hears of the language later than its window, and names its buttons anew.
+    QMetaObject::invokeMethod(m_controller, &ConnectionController::nameRows, Qt::QueuedConnection);
 }
 
 void MainWindow::restoreLayout()

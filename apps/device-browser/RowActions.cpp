@@ -8,6 +8,7 @@
 #include "ForceIpPlan.h"
 #include "InterfaceManager.h"
 #include "Preferences.h"
+#include "RemoteCameras.h"
 #include "TreeHost.h"
 #include "TreeRows.h"
 
@@ -15,6 +16,7 @@
 #include <DeviceEnumMng/KelGenTLMenu.h>
 
 #include <QAction>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QWidget>
@@ -48,7 +50,8 @@ RowActions::RowActions(const Parts &parts, QWidget *window)
     connect(m_keepOnTop, &QAction::triggered, this, &RowActions::toggleKeptOnTop);
     connect(m_assignAddress, &QAction::triggered, this,
             [this] { m_parts.dialogs->askAddress(rows::idOf(row())); });
-    connect(m_takeOut, &QAction::triggered, this, [this] { m_parts.dialogs->takeOut(rows::idOf(row())); });
+    connect(m_takeOut, &QAction::triggered, this,
+            [this] { m_parts.remoteCameras->takeOut(rows::idOf(row())); });
     connect(m_refreshGroup, &QAction::triggered, this, &RowActions::refreshGroup);
     connect(m_producers, &QAction::triggered, this, &RowActions::showProducers);
     connect(m_removeProducer, &QAction::triggered, this, &RowActions::removeProducer);
@@ -108,6 +111,12 @@ void RowActions::listenTo(KelDeviceTree *tree)
 
 bool RowActions::eventFilter(QObject *watched, QEvent *event)
 {
+    // Of itself a view places the menu of the keyboard in its middle, over some other row.
+    if (event->type() == QEvent::ContextMenu &&
+        static_cast<QContextMenuEvent *>(event)->reason() == QContextMenuEvent::Keyboard) {
+        showMenuOfCurrentRow();
+        return true;
+    }
     // Not the view's own "activated": with some styles a single click sends that.
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
@@ -124,6 +133,21 @@ void RowActions::showMenu(const QPoint &place)
     KelDeviceTree *tree = m_parts.host->tree();
     if (QTreeWidgetItem *under = tree->itemAt(place))
         tree->setCurrentItem(under);
+    popUpMenu(tree->viewport()->mapToGlobal(place));
+}
+
+void RowActions::showMenuOfCurrentRow()
+{
+    KelDeviceTree *tree = m_parts.host->tree();
+    if (QTreeWidgetItem *current = row()) {
+        tree->scrollToItem(current);
+        popUpMenu(tree->viewport()->mapToGlobal(tree->visualItemRect(current).bottomLeft()));
+    }
+}
+
+void RowActions::popUpMenu(const QPoint &place)
+{
+    KelDeviceTree *tree = m_parts.host->tree();
     update();
     auto *menu = new QMenu(tree);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -137,7 +161,7 @@ void RowActions::showMenu(const QPoint &place)
     if (menu->isEmpty()) {
         menu->deleteLater();
     } else {
-        menu->popup(tree->viewport()->mapToGlobal(place));
+        menu->popup(place);
     }
 }
 

@@ -18,6 +18,7 @@ class ConnectionManager;
 class DeviceDialogs;
 class InterfaceManager;
 class Preferences;
+class RemoteCameras;
 class TreeHost;
 
 /// What can be done with the selected row: everything that the hover buttons do and more, as actions
@@ -35,6 +36,7 @@ public:
         InterfaceManager *interfaces;
         Preferences *preferences;
         DeviceDialogs *dialogs;
+        RemoteCameras *remoteCameras;
     };
 
     /// @param window  gets the shortcuts
@@ -57,6 +59,9 @@ protected:
 private:
     void listenTo(KelDeviceTree *tree);
     void showMenu(const QPoint &place);
+    void showMenuOfCurrentRow();
+    /// @param place  on the screen
+    void popUpMenu(const QPoint &place);
     void updateForDevice(const QTreeWidgetItem *row);
     void updateForInterface(const QTreeWidgetItem *row);
     void updateForGroup(const QTreeWidgetItem *row);

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TreeRows.h"
 
-#include "DeviceState.h"
+#include "RowNames.h"
 
-#include <CommonTools/KelInterface.h>
 #include <CustomCtr/CustomPushButton.h>
 
-#include <QCoreApplication>
 #include <QTreeWidgetItemIterator>
 
 namespace browser::rows
@@ -14,10 +12,6 @@ namespace browser::rows
 
 namespace
 {
-
-struct Rows {
-    Q_DECLARE_TR_FUNCTIONS(TreeRows)
-};
 
 const char *lostIcon(uint32_t transport)
 {
@@ -29,26 +23,6 @@ const char *lostIcon(uint32_t transport)
     default:
         return ":/Kel/tree/CameraNoReachable.png";
     }
-}
-
-QString spokenText(const QTreeWidgetItem *row)
-{
-    const std::optional<KELA_STRUCT_DEVICE_INFO> device = deviceOf(row);
-    if (!device)
-        return textOf(row);
-    return QStringLiteral("%1, %2").arg(textOf(row), conditionText(conditionOf(device->deviceState)));
-}
-
-QString buttonName(const QTreeWidgetItem *row)
-{
-    const std::optional<KELA_STRUCT_DEVICE_INFO> device = deviceOf(row);
-    if (device && isOwnState(device->deviceState))
-        return Rows::tr("Disconnect %1").arg(textOf(row));
-    if (device)
-        return Rows::tr("Connect %1").arg(textOf(row));
-    if (typeOf(row) == KelDeviceTree::ItemGenTLInterface)
-        return Rows::tr("Open or close %1").arg(textOf(row));
-    return Rows::tr("Refresh %1").arg(textOf(row));
 }
 
 } // namespace
@@ -158,8 +132,11 @@ void showOwnState(KelDeviceTree &tree, long id, KELA_DEV_STATE state)
 void showLost(KelDeviceTree &tree, long id)
 {
     QTreeWidgetItem *row = tree.findCameraItem(id);
-    if (const auto device = deviceOf(row))
-        row->setIcon(0, QIcon(QLatin1String(lostIcon(device->deviceInfo.transport))));
+    const auto device = deviceOf(row);
+    if (!device)
+        return;
+    row->setIcon(0, QIcon(QLatin1String(lostIcon(device->deviceInfo.transport))));
+    nameForScreenReaders(tree, row, true);
 }
 
 void addCameraLinkGroup(KelDeviceTree &tree)
@@ -179,18 +156,6 @@ void addCameraLinkGroup(KelDeviceTree &tree)
     group->setFont(0, font);
     tree.insertTopLevelItem(place, group);
     group->setExpanded(true);
-}
-
-void nameForScreenReaders(const KelDeviceTree &tree, QTreeWidgetItem *row)
-{
-    if (!row)
-        return;
-    const QString spoken = spokenText(row);
-    if (row->data(0, Qt::AccessibleTextRole).toString() == spoken)
-        return;
-    row->setData(0, Qt::AccessibleTextRole, spoken);
-    if (CustomPushButton *button = buttonOf(tree, row))
-        button->setAccessibleName(buttonName(row));
 }
 
 } // namespace browser::rows

@@ -56,7 +56,5 @@ void showOwnState(KelDeviceTree &tree, long id, KELA_DEV_STATE state);
 void showLost(KelDeviceTree &tree, long id);
 /// Adds the group that Camera Link cameras stand in; the tree makes none itself.
 void addCameraLinkGroup(KelDeviceTree &tree);
-/// Gives a row and its button the names that screen readers speak.
-void nameForScreenReaders(const KelDeviceTree &tree, QTreeWidgetItem *row);
 
 } // namespace browser::rows

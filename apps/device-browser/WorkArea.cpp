@@ -96,7 +96,7 @@ QWidget *WorkArea::makeCloseButton(LiveView *view)
     auto *button = new QToolButton;
     button->setAutoRaise(true);
     button->setText(QStringLiteral("✕"));
-    button->setAccessibleName(tr("Close %1").arg(view->title()));
+    button->setAccessibleName(closeText(*view));
     connect(button, &QToolButton::clicked, view, [this, view] {
         removeTab(indexOf(view));
         view->deleteLater();
@@ -104,10 +104,19 @@ QWidget *WorkArea::makeCloseButton(LiveView *view)
     return button;
 }
 
+QString WorkArea::closeText(const LiveView &view)
+{
+    return tr("Close %1").arg(view.title());
+}
+
 void WorkArea::retranslate()
 {
     setTabText(kDetailsTab, tr("Details"));
     setTabToolTip(kDetailsTab, tr("Drop a connected camera here to see its live values"));
+    for (int i = kDetailsTab + 1; i < count(); ++i) {
+        if (QWidget *button = tabBar()->tabButton(i, QTabBar::RightSide))
+            button->setAccessibleName(closeText(*static_cast<LiveView *>(widget(i))));
+    }
 }
 
 } // namespace browser

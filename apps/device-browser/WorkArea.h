@@ -35,6 +35,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    static QString closeText(const LiveView &view);
     QWidget *makeCloseButton(LiveView *view);
     void retranslate();
 
