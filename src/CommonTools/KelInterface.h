@@ -58,13 +58,15 @@ COMMONTOOLS_EXPORT QString uchar2QStringLocale(const unsigned char *pText, int n
 /// @copydoc uchar2QStringLocale
 COMMONTOOLS_EXPORT QString char2QStringLocale(const char *pText, int nLength);
 
-/// The user's vendor filter, a FilterState. Read from "DeviceFilter.ini" at every call.
+/// The user's vendor filter, a FilterState. Read from "DeviceFilter.ini" at every call. A number that is
+/// no FilterState is given as it stands there: nothing passes then. What is missing or no 32-bit
+/// number is FilterOff.
 COMMONTOOLS_EXPORT int vendorFilterState();
 /// Vendors that the filter includes, separated by "/".
 COMMONTOOLS_EXPORT QString vendorFilterInclude();
 /// Vendors that the filter excludes, separated by "/".
 COMMONTOOLS_EXPORT QString vendorFilterExclude();
-/// The user's model filter, a FilterState.
+/// The user's model filter, a FilterState or an unknown number, as vendorFilterState() gives it.
 COMMONTOOLS_EXPORT int modelFilterState();
 /// Models that the filter includes, separated by "/".
 COMMONTOOLS_EXPORT QString modelFilterInclude();

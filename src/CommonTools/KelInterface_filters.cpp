@@ -20,12 +20,12 @@ QVariant stored(const char *key)
     return settings.value(QLatin1String(key));
 }
 
+// A number that nobody knows is handed on: whoever filters must not take it for "off".
 int storedState(const char *key)
 {
-    const int state = stored(key).toInt();
-    return state == KelInterface::FilterInclude || state == KelInterface::FilterExclude
-               ? state
-               : KelInterface::FilterOff;
+    bool isNumber = false;
+    const int state = stored(key).toString().toInt(&isNumber);
+    return isNumber ? state : KelInterface::FilterOff;
 }
 
 // A comma that somebody wrote by hand without quotation marks makes a list of the value.

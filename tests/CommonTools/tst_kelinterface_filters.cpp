@@ -103,15 +103,34 @@ private Q_SLOTS:
         QCOMPARE(KelInterface::modelFilterExclude(), QStringLiteral("Müller 相机"));
     }
 
-    void stateThatMeansNothingIsOff_data()
+    void unknownNumberIsGivenAsItStands_data()
+    {
+        QTest::addColumn<int>("state");
+        for (const int state : {0, 1, 2, 3, -1, 99}) {
+            QTest::addRow("%d", state) << state;
+        }
+    }
+
+    void unknownNumberIsGivenAsItStands()
+    {
+        QFETCH(int, state);
+        write("[Vendor]\nState=" + QByteArray::number(state) + "\n");
+
+        QCOMPARE(KelInterface::vendorFilterState(), state);
+
+        QVERIFY(KelInterface::setModelFilter(state, QString(), QString()));
+        QCOMPARE(KelInterface::modelFilterState(), state);
+    }
+
+    void stateThatIsNoNumberIsOff_data()
     {
         QTest::addColumn<QByteArray>("value");
-        for (const char *value : {"3", "-1", "99999999999", "yes", "", "1.5", "@Invalid()"}) {
+        for (const char *value : {"99999999999", "yes", "", "1.5", "@Invalid()"}) {
             QTest::newRow(value) << QByteArray(value);
         }
     }
 
-    void stateThatMeansNothingIsOff()
+    void stateThatIsNoNumberIsOff()
     {
         QFETCH(QByteArray, value);
         write("[Vendor]\nState=" + value + "\n");

@@ -158,15 +158,18 @@ void TestVisibility::unknownStateKeepsEverythingOut_data()
 void TestVisibility::unknownStateKeepsEverythingOut()
 {
     QFETCH(int, state);
-    KelDeviceTree tree;
-    privateOf(tree).m_vendorFilterState = state;
+    for (const auto setFilter : {&KelInterface::setVendorFilter, &KelInterface::setModelFilter}) {
+        QVERIFY(setFilter(state, QString(), QString()));
+        KelDeviceTree tree;
+        for (const KELA_INTERFACE_TYPE transport : kKnownTransports) {
+            QVERIFY(!privateOf(tree).isValidDevice(deviceOf(transport, "any", "any")));
+        }
+        QVERIFY(!addDevice(tree, gigeRecord(1, "S")));
 
-    for (const KELA_INTERFACE_TYPE transport : kKnownTransports) {
-        QVERIFY(!privateOf(tree).isValidDevice(deviceOf(transport, "any", "any")));
+        QVERIFY(setFilter(KelInterface::FilterOff, QString(), QString()));
+        KelDeviceTree open;
+        QVERIFY(addDevice(open, gigeRecord(1, "S")));
     }
-    privateOf(tree).m_vendorFilterState = KelInterface::FilterOff;
-    privateOf(tree).m_modelFilterState = state;
-    QVERIFY(!privateOf(tree).isValidDevice(deviceOf(KELA_INTERFACE_TYPE_GIGE, "any", "any")));
 }
 
 void TestVisibility::entriesAreNeitherTrimmedNorWildcards()
