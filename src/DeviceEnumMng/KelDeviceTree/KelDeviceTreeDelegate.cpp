@@ -49,6 +49,19 @@ void elide(QStyleOptionViewItem &row)
     row.text = row.fontMetrics.elidedText(row.text, Qt::ElideRight, width);
 }
 
+// Drawn as a text of several lines, a name would push the other rows out of sight or look like rows of its own.
+void showLineBreaks(QString &text)
+{
+    constexpr QChar kReturnSymbol(0x21B5);
+    std::replace_if(
+        text.begin(), text.end(),
+        [](QChar character) {
+            return character == QLatin1Char('\n') || character == QLatin1Char('\r') ||
+                   character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+        },
+        kReturnSymbol);
+}
+
 } // namespace
 
 KelDeviceTreeDelegate::KelDeviceTreeDelegate(QObject *parent)
@@ -63,6 +76,7 @@ void KelDeviceTreeDelegate::paint(QPainter *painter, const QStyleOptionViewItem 
 {
     QStyleOptionViewItem row(option);
     initStyleOption(&row, index);
+    showLineBreaks(row.text);
     KelDeviceTreePrivate *tree = KelDeviceTreePrivate::of(qobject_cast<const KelDeviceTree *>(row.widget));
     if (!tree) {
         return;
@@ -140,6 +154,7 @@ QSize KelDeviceTreeDelegate::sizeHint(const QStyleOptionViewItem &option, const 
     }
     QStyleOptionViewItem row(option);
     initStyleOption(&row, index);
+    showLineBreaks(row.text);
     const QStyle *style = row.widget ? row.widget->style() : QApplication::style();
     return style->sizeFromContents(QStyle::CT_ItemViewItem, &row, QSize(), row.widget);
 }

@@ -55,6 +55,16 @@ QTreeWidgetItem *addDevice(KelDeviceTree &tree, const KELA_STRUCT_DEVICE_INFO &r
     return tree.findCameraItem(record.deviceId);
 }
 
+QTreeWidgetItem *addController(KelDeviceTree &tree, int id, const std::string &name)
+{
+    KELA_USBCONTROLLER_INFO record = {};
+    record.id = id;
+    setField(record.identifier, name);
+    setField(record.name, name);
+    tree.onNewUSBController(QVariant::fromValue(record));
+    return tree.findItem(KelDeviceTree::ItemUSBController, id);
+}
+
 QTreeWidgetItem *addGenTLInterface(KelDeviceTree &tree, uint32_t id, const std::string &identifier)
 {
     tree.onNewGenTLInterface(QVariant::fromValue(interfaceRecord(id, identifier)));

@@ -35,6 +35,7 @@ KELA_GENTL_IF_INFO interfaceRecord(uint32_t id, const std::string &identifier);
 /// Hands the tree an event's record as its slots take it.
 QTreeWidgetItem *addCard(KelDeviceTree &tree, uint32_t id, const std::string &key);
 QTreeWidgetItem *addDevice(KelDeviceTree &tree, const KELA_STRUCT_DEVICE_INFO &record);
+QTreeWidgetItem *addController(KelDeviceTree &tree, int id, const std::string &name);
 QTreeWidgetItem *addGenTLInterface(KelDeviceTree &tree, uint32_t id, const std::string &identifier);
 /// Adds the card "card-a" and cameras with these serial numbers under it, identifiers from 1 on.
 QTreeWidgetItem *addCameras(KelDeviceTree &tree, const QStringList &serials);
