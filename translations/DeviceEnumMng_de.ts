@@ -40,6 +40,10 @@
         <source>Disconnect</source>
         <translation>Trennen</translation>
     </message>
+    <message>
+        <source>Choose producers</source>
+        <translation>Producer auswählen</translation>
+    </message>
 </context>
 <context>
     <name>KelGenTLMenu</name>

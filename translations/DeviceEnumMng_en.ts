@@ -40,6 +40,10 @@
         <source>Disconnect</source>
         <translation>Disconnect</translation>
     </message>
+    <message>
+        <source>Choose producers</source>
+        <translation>Choose producers</translation>
+    </message>
 </context>
 <context>
     <name>KelGenTLMenu</name>

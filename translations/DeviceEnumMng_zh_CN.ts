@@ -40,6 +40,10 @@
         <source>Disconnect</source>
         <translation>断开</translation>
     </message>
+    <message>
+        <source>Choose producers</source>
+        <translation>选择生产者</translation>
+    </message>
 </context>
 <context>
     <name>KelGenTLMenu</name>

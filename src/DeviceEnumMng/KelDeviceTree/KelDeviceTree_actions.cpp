@@ -60,6 +60,22 @@ QString spokenName(const CustomPushButton &button)
     return image == disconnectImages().front() ? KelDeviceTree::tr("Disconnect") : KelDeviceTree::tr("Connect");
 }
 
+constexpr char kNameOfTheTree[] = "kelNameOfTheTree";
+
+void setName(CustomPushButton &button, const QString &name)
+{
+    button.setProperty(kNameOfTheTree, name);
+    button.setAccessibleName(name);
+}
+
+// A host may speak of a button in its own words, and keeps them as long as the button does the same.
+void rename(CustomPushButton &button, const QString &name)
+{
+    if (button.accessibleName() == button.property(kNameOfTheTree).toString()) {
+        setName(button, name);
+    }
+}
+
 // Called with every update of every camera, so what is there already costs one comparison.
 void setImages(CustomPushButton &button, const Images &images)
 {
@@ -70,7 +86,7 @@ void setImages(CustomPushButton &button, const Images &images)
          {Custom::StatusNormal, Custom::StatusHover, Custom::StatusPressed, Custom::StatusDisabled}) {
         button.cSetBackgroundImage(images.at(status), status, QStringList());
     }
-    button.setAccessibleName(spokenName(button));
+    setName(button, spokenName(button));
 }
 
 } // namespace
@@ -214,9 +230,8 @@ void KelDeviceTreePrivate::setCurRightBtn(CustomPushButton *btn, bool showMenuBu
 void KelDeviceTreePrivate::showRowButton(CustomPushButton *btn, bool showMenuButton, const QModelIndex &row)
 {
     setCurRightBtn(btn, showMenuButton);
-    if (!btn->isHidden()) {
-        rightButtons().setRow(row);
-    }
+    const bool isAnyShown = !btn->isHidden() || (m_configBtn && !m_configBtn->isHidden());
+    rightButtons().setRow(isAnyShown ? row : QModelIndex());
 }
 
 bool KelDeviceTreePrivate::isShownForAnotherRow(const QModelIndex &row) const
@@ -266,6 +281,10 @@ void KelDeviceTreePrivate::initButtonWatch()
 {
     new KelPlainToolTips(q);
     rightButtons().watchRows();
+    if (m_configBtn) {
+        rightButtons().setMenuButton(m_configBtn);
+    }
+    renameButtons();
     if (!m_genTLMenu) {
         return;
     }
@@ -285,6 +304,9 @@ void KelDeviceTreePrivate::initButtonWatch()
 void KelDeviceTreePrivate::renameButtons()
 {
     for (CustomPushButton *button : qAsConst(m_rightBtns)) {
-        button->setAccessibleName(spokenName(*button));
+        rename(*button, spokenName(*button));
+    }
+    if (m_configBtn) {
+        rename(*m_configBtn, KelDeviceTree::tr("Choose producers"));
     }
 }

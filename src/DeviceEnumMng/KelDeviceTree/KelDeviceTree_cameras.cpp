@@ -324,12 +324,16 @@ void KelDeviceTreePrivate::deleteCameraItem(QTreeWidgetItem *item)
         return;
     }
     const KelDeviceTreeGuard guard(q, item);
-    const int id = item->data(0, KelDeviceTree::ItemIdRole).toInt();
+    int id = item->data(0, KelDeviceTree::ItemIdRole).toInt();
     makeGroupCurrentInsteadOf(item);
     if (guard.item()) {
         Q_EMIT q->sigDeleteDeviceItem(guard.item());
     }
     if (guard.isTreeAlive()) {
+        // A receiver may have given the row another identifier, or taken the row away.
+        if (guard.item()) {
+            id = guard.item()->data(0, KelDeviceTree::ItemIdRole).toInt();
+        }
         removeItemRightBtn(id);
         delete guard.item();
         deleteThreadInfo(id);

@@ -4,7 +4,6 @@
 #include <CustomCtr/CustomPushButton.h>
 
 #include <QCoreApplication>
-#include <QEvent>
 #include <QScrollBar>
 #include <QTreeWidget>
 
@@ -51,6 +50,12 @@ void KelRightButtons::remove(CustomPushButton *button)
     button->removeEventFilter(this);
     m_living.remove(addressOf(button));
     m_shown.remove(button);
+}
+
+void KelRightButtons::setMenuButton(CustomPushButton *button)
+{
+    m_menuButton = button;
+    button->installEventFilter(this);
 }
 
 void KelRightButtons::showOnly(CustomPushButton *button)
@@ -105,18 +110,28 @@ void KelRightButtons::watchRows()
 
 void KelRightButtons::hideStray()
 {
-    if (!m_row.isValid() || m_shown.isEmpty()) {
+    if (!m_row.isValid() || (m_shown.isEmpty() && !isMenuButtonShown())) {
         return;
     }
     // Empty for a row that is hidden or folded away.
     const QRect rowRect = m_tree->visualRect(m_row);
-    const QRect place = placeIn(rowRect);
-    const bool stands = !rowRect.isEmpty() &&
-                        std::all_of(m_shown.cbegin(), m_shown.cend(),
-                                    [&place](const QWidget *button) { return button->geometry() == place; });
-    if (!stands) {
+    if (rowRect.isEmpty() || !standIn(placeIn(rowRect))) {
         m_hideAll();
     }
+}
+
+bool KelRightButtons::isMenuButtonShown() const
+{
+    return m_menuButton && !m_menuButton->isHidden();
+}
+
+bool KelRightButtons::standIn(const QRect &place) const
+{
+    if (isMenuButtonShown() && m_menuButton->y() != place.y()) {
+        return false;
+    }
+    return std::all_of(m_shown.cbegin(), m_shown.cend(),
+                       [&place](const QWidget *button) { return button->geometry() == place; });
 }
 
 QRect KelRightButtons::placeIn(const QRect &rowRect)
@@ -132,21 +147,23 @@ bool KelRightButtons::eventFilter(QObject *watched, QEvent *event)
         filterViewport(event);
         return false;
     }
-    auto *button = static_cast<QWidget *>(watched);
-    switch (event->type()) {
-    case QEvent::ShowToParent:
-        m_shown.insert(button);
-        break;
-    case QEvent::HideToParent:
-        m_shown.remove(button);
-        break;
-    case QEvent::Wheel:
+    if (event->type() == QEvent::Wheel) {
         // The tree passes on what its viewport gets, and no more.
         return QCoreApplication::sendEvent(m_tree->viewport(), event);
-    default:
-        break;
+    }
+    if (watched != m_menuButton) {
+        followShown(static_cast<QWidget *>(watched), event->type());
     }
     return false;
+}
+
+void KelRightButtons::followShown(QWidget *button, QEvent::Type type)
+{
+    if (type == QEvent::ShowToParent) {
+        m_shown.insert(button);
+    } else if (type == QEvent::HideToParent) {
+        m_shown.remove(button);
+    }
 }
 
 void KelRightButtons::filterViewport(const QEvent *event)

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QEvent>
 #include <QHash>
 #include <QObject>
 #include <QPersistentModelIndex>
+#include <QPointer>
 #include <QSet>
 
 #include <functional>
 
 class CustomPushButton;
-class QEvent;
 class QModelIndex;
 class QTreeWidget;
 class QWidget;
@@ -35,6 +36,8 @@ public:
     void add(CustomPushButton *button);
     /// A button that is about to be disposed of counts as gone from now on.
     void remove(CustomPushButton *button);
+    /// Follows the button that stands to the left of a row's button while that row is hovered.
+    void setMenuButton(CustomPushButton *button);
     /// The button at an address, when one lives there that was added and is neither removed nor destroyed.
     /// Any number may be asked about.
     CustomPushButton *at(quintptr address) const { return m_living.value(address); }
@@ -45,7 +48,7 @@ public:
     /// Paints the row over which a button floats, the whole view when there is none.
     void updateRowBelow(const QWidget &button);
 
-    /// Tells for which row a button is shown. Forgotten with the next showOnly().
+    /// Tells for which row a button, or the menu's button alone, is shown. Forgotten with the next showOnly().
     void setRow(const QModelIndex &row);
     /// The row of the shown button; invalid when nobody told it.
     QPersistentModelIndex row() const { return m_row; }
@@ -63,6 +66,9 @@ protected:
 
 private:
     void filterViewport(const QEvent *event);
+    void followShown(QWidget *button, QEvent::Type type);
+    bool isMenuButtonShown() const;
+    bool standIn(const QRect &place) const;
     void onRowsAboutToBeRemoved(const QModelIndex &parent, int firstRow, int lastRow);
 
     QTreeWidget *m_tree;
@@ -70,5 +76,6 @@ private:
     QHash<quintptr, CustomPushButton *> m_living; ///< by address
     /// As widgets: a button that is being destroyed tells that it hides when nothing else of it is left.
     QSet<QWidget *> m_shown;
+    QPointer<QWidget> m_menuButton; ///< shown and hidden by the tree
     QPersistentModelIndex m_row;
 };

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void buttonsHaveNamesForScreenReaders();
 
     void removedButtonIsHiddenAtOnceAndDeletedLater();
+    void removedRowTakesTheButtonOfItsLastIdentifier();
     void removingAnUnknownIdentifierDoesNothing();
     void buttonThatTheHostDeletesIsForgotten();
     void connectedStatesAreTheTenOfThem();
@@ -256,6 +257,20 @@ void TestActions::removedButtonIsHiddenAtOnceAndDeletedLater()
     QVERIFY(!privateOf(tree).m_rightBtns.contains(7));
     QCoreApplication::sendPostedEvents(button, QEvent::DeferredDelete);
     QVERIFY(!button);
+}
+
+void TestActions::removedRowTakesTheButtonOfItsLastIdentifier()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A")});
+    privateOf(tree).getItemRightBtn(77, false);
+    QObject::connect(&tree, &KelDeviceTree::sigDeleteDeviceItem,
+                     [](QTreeWidgetItem *item) { item->setData(0, KelDeviceTree::ItemIdRole, 77); });
+
+    tree.deleteCameraItem(tree.findCameraItem(1));
+
+    QVERIFY(!privateOf(tree).m_rightBtns.contains(77));
+    QVERIFY(privateOf(tree).m_rightBtns.contains(1));
 }
 
 void TestActions::removingAnUnknownIdentifierDoesNothing()

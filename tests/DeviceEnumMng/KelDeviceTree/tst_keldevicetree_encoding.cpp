@@ -75,6 +75,8 @@ private Q_SLOTS:
     void languageChangeTranslatesTheGroups();
     void languageChangeWithoutGroupsTranslatesAll();
     void languageChangeRenamesTheButtons();
+    void menuButtonHasANameInEveryLanguage();
+    void languageChangeKeepsTheNamesOfTheHost();
     void compiledTranslationsSwitchInARunningWindow_data();
     void compiledTranslationsSwitchInARunningWindow();
     void otherChangesAreNotPassedOn();
@@ -381,6 +383,40 @@ void TestEncoding::languageChangeRenamesTheButtons()
     QCoreApplication::sendEvent(&tree, &change);
 
     QCOMPARE(camera->accessibleName(), QStringLiteral("odd Disconnect"));
+    QCoreApplication::removeTranslator(&language);
+}
+
+void TestEncoding::menuButtonHasANameInEveryLanguage()
+{
+    KelDeviceTree tree;
+    const CustomPushButton *menuButton = privateOf(tree).m_configBtn;
+    QCOMPARE(menuButton->accessibleName(), QStringLiteral("Choose producers"));
+    OddLanguage language;
+    QCoreApplication::installTranslator(&language);
+    QEvent change(QEvent::LanguageChange);
+
+    QCoreApplication::sendEvent(&tree, &change);
+
+    QCOMPARE(menuButton->accessibleName(), QStringLiteral("odd Choose producers"));
+    QCoreApplication::removeTranslator(&language);
+}
+
+void TestEncoding::languageChangeKeepsTheNamesOfTheHost()
+{
+    KelDeviceTree tree;
+    CustomPushButton *named = privateOf(tree).getItemRightBtn(7, false);
+    const CustomPushButton *other = privateOf(tree).getItemRightBtn(8, false);
+    named->setAccessibleName(QStringLiteral("Connect the camera at the door"));
+    OddLanguage language;
+    QCoreApplication::installTranslator(&language);
+    QEvent change(QEvent::LanguageChange);
+
+    QCoreApplication::sendEvent(&tree, &change);
+
+    QCOMPARE(named->accessibleName(), QStringLiteral("Connect the camera at the door"));
+    QCOMPARE(other->accessibleName(), QStringLiteral("odd Connect"));
+    privateOf(tree).updateItemRightBtn(7, KelDeviceTree::BtnDisconnect);
+    QCOMPARE(named->accessibleName(), QStringLiteral("odd Disconnect"));
     QCoreApplication::removeTranslator(&language);
 }
 

@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTreeWidgetItem>
+#include <QWheelEvent>
 
 namespace
 {
@@ -38,6 +39,8 @@ private Q_SLOTS:
     void rowRemovedElsewhereLeavesTheButtonAlone();
     void clearingTheTreeHidesTheButton();
     void closingTheMenuHidesWhatThePointerLeft();
+    void menuButtonAloneLeavesWhenItsRowMoves();
+    void wheelOverTheMenuButtonScrolls();
 };
 
 void TestStrayButtons::init()
@@ -215,6 +218,55 @@ void TestStrayButtons::closingTheMenuHidesWhatThePointerLeft()
 
     QVERIFY(!buttonOf(group)->isVisible());
     QVERIFY(!privateOf(tree).m_configBtn->isVisible());
+}
+
+void TestStrayButtons::menuButtonAloneLeavesWhenItsRowMoves()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A")});
+    showTree(tree);
+    tree.setRightBtnVisible(false);
+    QTreeWidgetItem *group = tree.findItem(KelDeviceTree::ItemGenTLRoot, -1);
+    hoverRow(tree, group);
+    CustomPushButton *menuButton = privateOf(tree).m_configBtn;
+    QVERIFY(menuButton->isVisible());
+    // The pointer on the button itself: nothing but the row can tell.
+    QCursor::setPos(menuButton->mapToGlobal(menuButton->rect().center()));
+    const int before = place(tree, group).top();
+
+    addDevice(tree, gigeRecord(2, "B"));
+    settle();
+
+    QVERIFY(place(tree, group).top() > before);
+    QVERIFY(!menuButton->isVisible());
+    hoverRow(tree, group);
+    QVERIFY(menuButton->isVisible());
+    QVERIFY(!buttonOf(group)->isVisible());
+}
+
+void TestStrayButtons::wheelOverTheMenuButtonScrolls()
+{
+    KelDeviceTree tree;
+    QTreeWidgetItem *interfaceItem = addGenTLInterface(tree, 7000, "if-1");
+    for (int id = 1; id < 60; ++id) {
+        KELA_STRUCT_DEVICE_INFO record =
+            deviceRecord(id, genTLDevice(std::to_string(id), "if-1"), KELA_DEV_STATE_GENTL_FREE);
+        record.genTLInterface = interfaceRecord(7000, "if-1");
+        addDevice(tree, record);
+    }
+    interfaceItem->setExpanded(true);
+    showTree(tree);
+    hoverRow(tree, tree.findItem(KelDeviceTree::ItemGenTLRoot, -1));
+    CustomPushButton *menuButton = privateOf(tree).m_configBtn;
+    QVERIFY(menuButton->isVisible());
+    const QPoint middle = menuButton->rect().center();
+
+    QWheelEvent wheel(middle, menuButton->mapToGlobal(middle), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(menuButton, &wheel);
+
+    QVERIFY(tree.verticalScrollBar()->value() > 0);
+    QVERIFY(!menuButton->isVisible());
 }
 
 QTEST_MAIN(TestStrayButtons)
