@@ -180,13 +180,15 @@ void TestDrag::refusedDragTellsItsEnd()
 {
     KelDeviceTree tree;
     addCameras(tree, {QStringLiteral("A")});
+    QTreeWidgetItem *interfaceItem = addGenTLInterface(tree, 7000, "if-1");
     QSignalSpy ended(&tree, &KelDeviceTree::sigEndDrag);
 
     int drags = 0;
     ChildWatch watch(&tree, [&drags] { ++drags; });
 
-    for (QTreeWidgetItem *item : {tree.findCameraItem(1), tree.findItem(KelDeviceTree::ItemNetWork, 500),
-                                  tree.findItem(KelDeviceTree::ItemGenTLRoot, -1)}) {
+    for (QTreeWidgetItem *item :
+         {tree.findCameraItem(1), interfaceItem, tree.findItem(KelDeviceTree::ItemNetWork, 500),
+          tree.findItem(KelDeviceTree::ItemGenTLRoot, -1)}) {
         tree.setCurrentItem(item);
         ended.clear();
         tree.startDrag(Qt::CopyAction);

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void sameListAgainChangesNothing();
     void rowsWithOneNumberSwapOnEveryCall();
     void emptyNumberMovesTheContainers();
+    void emptyNumberMovesEveryKindOfContainer();
     void emptyNumberMovesCamerasBelowMovedContainersToo();
     void topLevelRowsNeverMove();
     void devicesOfOtherTransportsHaveNoNumber();
@@ -229,6 +230,34 @@ void TestStayTop::emptyNumberMovesTheContainers()
     QCOMPARE(cardA->data(0, KelDeviceTree::StayTopItemRole), QVariant(1));
     QCOMPARE(group->child(2)->data(0, KelDeviceTree::StayTopItemRole), QVariant(0));
     QCOMPARE(rowsBelow(tree, cardA), list("A B"));
+}
+
+void TestStayTop::emptyNumberMovesEveryKindOfContainer()
+{
+    KelDeviceTree tree;
+    addDevice(tree, gigeRecord(1, "gige", KELA_DEV_STATE_GIGE_FREE, "unknown card"));
+    addDevice(tree, deviceRecord(2, usbCamera("usb"), KELA_DEV_STATE_USB3_FREE));
+    addDevice(tree, deviceRecord(3, genTLDevice("gentl", "unknown"), KELA_DEV_STATE_GENTL_FREE));
+    for (const int type : {KelDeviceTree::ItemGigEVirtualGroup, KelDeviceTree::ItemOtherGroup,
+                           KelDeviceTree::ItemUSBVirtualGroup}) {
+        QVERIFY(privateOf(tree).GetVirtualGroupItem(type, true));
+    }
+    addController(tree, 600, "controller");
+    addGenTLInterface(tree, 7000, "if-1");
+    QTreeWidgetItem *gige = tree.findItem(KelDeviceTree::ItemGigERoot, -1);
+    QTreeWidgetItem *usb = tree.findItem(KelDeviceTree::ItemUSBRoot, -1);
+    QTreeWidgetItem *genTL = tree.findItem(KelDeviceTree::ItemGenTLRoot, -1);
+    const QString interfaceName = tree.findItem(KelDeviceTree::ItemGenTLInterface, 7000)->text(0);
+    QCOMPARE(rowsBelow(tree, usb), QStringList({"usb", "Virtual Device", "controller"}));
+
+    tree.setStayTopList({QString()});
+
+    QCOMPARE(rowsBelow(tree, gige), QStringList({"Other Device", "Virtual Device", "gige"}));
+    QCOMPARE(markedBelow(tree, gige), QStringList({"Other Device", "Virtual Device"}));
+    QCOMPARE(rowsBelow(tree, usb), QStringList({"controller", "Virtual Device", "usb"}));
+    QCOMPARE(markedBelow(tree, usb), QStringList({"controller", "Virtual Device"}));
+    QCOMPARE(rowsBelow(tree, genTL), QStringList({interfaceName, "gentl"}));
+    QCOMPARE(markedBelow(tree, genTL), QStringList({interfaceName}));
 }
 
 void TestStayTop::emptyNumberMovesCamerasBelowMovedContainersToo()
