@@ -13,6 +13,14 @@
 namespace browser
 {
 
+namespace
+{
+
+/// A single pass may have missed a device.
+constexpr int kPassesThatFindEverything = 2;
+
+} // namespace
+
 ConnectionController::ConnectionController(const Parts &parts, QObject *parent)
     : QObject(parent)
     , m_parts(parts)
@@ -100,6 +108,7 @@ void ConnectionController::nameRows()
 
 void ConnectionController::listenTo(KelDeviceTree *tree)
 {
+    m_passes.clear();
     if (m_isFrozen)
         tree->setEnableEnumDevices(false);
     connect(tree, &KelDeviceTree::sigRightBtnClicked, this, [this](long id, bool isInterface) {
@@ -114,6 +123,10 @@ void ConnectionController::listenTo(KelDeviceTree *tree)
     connect(tree, &KelDeviceTree::sigDeleteGenTLInterfaceItem, this,
             [this](QTreeWidgetItem *row) { m_parts.interfaces->close(rows::idOf(row)); });
     connect(tree, &KelDeviceTree::sigBeforeDeleteCti, this, &ConnectionController::closeInterfacesOf);
+    connect(tree, &KelDeviceTree::sigFinishEnumOnce, this, [this](int transport) {
+        if (++m_passes[transport] == kPassesThatFindEverything)
+            letGoOfUnseenDevices(static_cast<uint>(transport));
+    });
     const auto nameRow = [tree](QTreeWidgetItem *row) { rows::nameForScreenReaders(*tree, row); };
     connect(tree, &KelDeviceTree::sigNewGenTLInterfaceItem, this, nameRow);
     connect(tree, &KelDeviceTree::sigUpdateGenTLInterfaceItem, this, nameRow);
@@ -225,6 +238,16 @@ void ConnectionController::letGoOfAbsentDevices()
     for (const long id : held) {
         const bool isLost = m_parts.connections->session(id).state == SessionState::Lost;
         if (isLost || m_parts.monitor->isGone(id))
+            m_parts.connections->close(id);
+    }
+}
+
+void ConnectionController::letGoOfUnseenDevices(uint transport)
+{
+    const QVector<long> held = m_parts.connections->ids();
+    for (const long id : held) {
+        const KELA_STRUCT_DEVICE_INFO *device = m_parts.connections->device(id);
+        if (device->deviceInfo.transport == transport && !m_parts.host->tree()->findCameraItem(id))
             m_parts.connections->close(id);
     }
 }

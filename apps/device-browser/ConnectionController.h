@@ -3,8 +3,8 @@
 
 #include <KelAIndustryControl/KelARecords.h>
 
+#include <QMap>
 #include <QObject>
-#include <QSet>
 
 class KelDeviceTree;
 class QTreeWidgetItem;
@@ -66,10 +66,13 @@ private:
     void forgetDevicesOf(long interfaceId);
     /// A tree that starts anew never hears of devices that are away: their rows would not come.
     void letGoOfAbsentDevices();
+    /// What a new tree does not show, because of a filter for example, nobody could let go.
+    void letGoOfUnseenDevices(uint transport);
     void showReleased(long id);
     void removeGoneRows();
 
     Parts m_parts;
+    QMap<int, int> m_passes; ///< ended in this tree, by transport
     bool m_isFrozen = false;
     bool m_isReleasingAll = false;
 };

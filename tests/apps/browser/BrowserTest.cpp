@@ -18,6 +18,8 @@ const QString BrowserTest::kConveyor = QStringLiteral("HO-20118");
 const QString BrowserTest::kLabels = QStringLiteral("7714-0031");
 const QString BrowserTest::kStranger = QStringLiteral("7714-0107");
 
+BrowserTest::BrowserTest() = default;
+
 BrowserTest::~BrowserTest() = default;
 
 void BrowserTest::initTestCase()

@@ -20,6 +20,7 @@ class BrowserTest : public QObject
     Q_OBJECT
 
 public:
+    BrowserTest();
     ~BrowserTest() override;
 
 private Q_SLOTS:

@@ -2,6 +2,7 @@
 #include "SteeredCameras.h"
 
 #include "MainWindow.h"
+#include "Preferences.h"
 #include "TreeHost.h"
 #include "TreeRows.h"
 #include "WorkArea.h"
@@ -52,6 +53,7 @@ private Q_SLOTS:
 
     void hoverShowsTheButtonOfThatRowAlone();
     void leavingTheTreeHidesTheButton();
+    void rowsShowNoButtonsWhereTheUserWantsNone();
     void clickConnectsAndDisconnects();
     void clickOnAHeldCameraDoesNothing();
     void clickRefreshesAGroup();
@@ -164,6 +166,20 @@ void TestBrowserPointer::leavingTheTreeHidesTheButton()
     pointer(moveTo(m_window->workArea()->mapToGlobal(m_window->workArea()->rect().center())));
 
     QTRY_COMPARE(visibleButtons(), 0);
+}
+
+void TestBrowserPointer::rowsShowNoButtonsWhereTheUserWantsNone()
+{
+    m_window->preferences()->setRowButtonsShown(false);
+    pointer(moveTo(placeOf(row(kEntrance))));
+    QTest::qWait(300);
+    pointer(moveTo(placeOf(row(kLabels))));
+    QTest::qWait(300);
+    QCOMPARE(visibleButtons(), 0);
+
+    m_window->preferences()->setRowButtonsShown(true);
+    hover(row(kEntrance));
+    QCOMPARE(visibleButtons(), 1);
 }
 
 void TestBrowserPointer::clickConnectsAndDisconnects()
