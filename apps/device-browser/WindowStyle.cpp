@@ -12,8 +12,6 @@ QString windowStyle()
                           "QStatusBar { padding: 3px 4px; }"
                           "QStatusBar::item { border: none; }"
                           "QStatusBar QLabel { padding: 2px 8px; }"
-                          "QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }"
-                          "QPlainTextEdit:disabled { background: transparent; }"
                           "QTableView::item { padding: 0px 8px; border: none; }"
                           "QTableView QHeaderView::section { padding: 4px 11px; }");
 }
