@@ -337,7 +337,7 @@ TEST_F(GenTLProducers, cyclesOfUseLeaveNothingBehind)
     const std::size_t files = entriesOf("/proc/self/fd");
     const std::size_t threads = entriesOf("/proc/self/task");
 
-    for (int cycle = 0; cycle < 200; ++cycle) {
+    for (int cycle = 0; cycle < 1000; ++cycle) {
         const Interfaces found = interfacesOf(access, path);
         ASSERT_EQ(found.records.size(), 2U);
         ASSERT_EQ(devicesOf(access, found.records[0]).records.size(), 2U);
