@@ -15,6 +15,7 @@
 #include <mutex>
 #include <vector>
 
+class AnswerDeadline;
 class FoundDevices;
 class KelAIndustryControl;
 
@@ -201,6 +202,12 @@ public:
 private:
     class TemporaryAccess;
 
+    // Whom a state is asked from, null for nobody, and until when: null for as long as it takes.
+    struct Asked {
+        KelAIndustryControl *access = nullptr;
+        AnswerDeadline *deadline = nullptr;
+    };
+
     // CDevicesEnum.cpp
     static void startProc(void *enumerator);
     void EnumThreadProc();
@@ -222,12 +229,14 @@ private:
     void reportVanishedDevices(const QVector<long> &knownIds, const QSet<long> &seenIds);
 
     // CDevicesEnum_state.cpp
-    bool isAccessible(KELA_STRUCT_DEVICE_INFO &device, KELA_ACCESS_MODE mode);
-    KELA_DEV_STATE gigeState(KELA_STRUCT_DEVICE_INFO &device);
-    KELA_DEV_STATE networkState(KELA_STRUCT_DEVICE_INFO &device);
-    KELA_DEV_STATE usbState(KELA_STRUCT_DEVICE_INFO &device);
+    KELA_DEV_STATE stateOf(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked);
+    KELA_DEV_STATE gigeState(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked);
+    KELA_DEV_STATE networkState(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked) const;
+    bool isMultiOpened(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked);
 
     // CDevicesEnum_remote.cpp
+    unsigned int askRemote(KELA_STRUCT_DEVICE_INFO &record, AnswerDeadline *deadline = nullptr);
+    void setStateWithin(AnswerDeadline &deadline, KELA_STRUCT_DEVICE_INFO &record);
     void refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds);
     bool refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before);
 

@@ -7,16 +7,21 @@
 
 #include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
 
+#include <DeviceEnumMng/DevicesEnum/AnswerDeadline.h>
 #include <DeviceEnumMng/DevicesEnum/TemporaryAccess.h>
 #include <DeviceEnumMng/DevicesEnum/UnsharedCopy.h>
 #include <KelAIndustryControl/KelAIndustryControl.h>
 
 #include <algorithm>
+#include <chrono>
 
 namespace
 {
 
 constexpr uint32_t kRemoteCardValue = 1000;
+
+// The owner, most often the thread that paints, waits for the device. So all that is asked of it ends by then.
+constexpr std::chrono::milliseconds kLongestAdding{750};
 
 template <typename Records>
 auto findById(Records &records, long id)
@@ -29,9 +34,23 @@ auto findById(Records &records, long id)
 
 bool CDevicesEnum::GetRemoteDevice(KELA_STRUCT_DEVICE_INFO &stDeviceInfo)
 {
-    const TemporaryAccess access(*this);
-    return access->Init(&stDeviceInfo.deviceInfo, false) == KELA_OK &&
-           access->GetDeviceInfo(&stDeviceInfo.deviceInfo) == KELA_OK;
+    return askRemote(stDeviceInfo) == KELA_OK;
+}
+
+unsigned int CDevicesEnum::askRemote(KELA_STRUCT_DEVICE_INFO &record, AnswerDeadline *deadline)
+{
+    const TemporaryAccess access(*this, deadline);
+    const unsigned int result = access->Init(&record.deviceInfo, false);
+    return result == KELA_OK ? access->GetDeviceInfo(&record.deviceInfo) : result;
+}
+
+// By an object of its own: the enumerator's could not be cancelled without ending its passes for good. When
+// the time is over, the device counts as one that does not answer, as in a pass.
+void CDevicesEnum::setStateWithin(AnswerDeadline &deadline, KELA_STRUCT_DEVICE_INFO &record)
+{
+    const TemporaryAccess access(*this, &deadline);
+    KelAIndustryControl *const asked = m_deviceAccess ? &*access : nullptr;
+    record.deviceState = static_cast<int32_t>(stateOf(record, {asked, &deadline}));
 }
 
 long CDevicesEnum::AddRemoteDevice(KELA_STRUCT_DEVICE_INFO *pDeviceInfo)
@@ -44,13 +63,14 @@ long CDevicesEnum::AddRemoteDevice(KELA_STRUCT_DEVICE_INFO *pDeviceInfo)
         m_cameraIds.isPresent(known.deviceId)) {
         return known.deviceId;
     }
-    if (!GetRemoteDevice(*pDeviceInfo)) {
+    AnswerDeadline deadline(kLongestAdding);
+    if (askRemote(*pDeviceInfo, &deadline) != KELA_OK) {
         return -1;
     }
     const long id = m_cameraIds.getDeviceID(*pDeviceInfo);
     pDeviceInfo->remote = 1;
     pDeviceInfo->deviceId = static_cast<int32_t>(id);
-    pDeviceInfo->deviceState = static_cast<int32_t>(GetDevState(*pDeviceInfo));
+    setStateWithin(deadline, *pDeviceInfo);
     pDeviceInfo->network.cardValue = kRemoteCardValue;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);

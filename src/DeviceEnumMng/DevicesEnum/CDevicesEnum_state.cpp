@@ -31,18 +31,44 @@ bool readStreamDestination(KelAIndustryControl &access, KELA_DEVICE_INFO_EX &dev
            readNode(access, "GevSCPHostPort", device.special.gige.streamHostPort);
 }
 
+bool isAccessible(KelAIndustryControl &access, KELA_STRUCT_DEVICE_INFO &device, KELA_ACCESS_MODE mode)
+{
+    bool accessible = false;
+    return access.IsDeviceAccessible(&device.deviceInfo, mode, &accessible) == KELA_OK && accessible;
+}
+
+KELA_DEV_STATE usbState(KELA_STRUCT_DEVICE_INFO &device, KelAIndustryControl *access)
+{
+    const bool isUsb3 = device.deviceInfo.special.usb.usbVersion > kLastUsb2Version;
+    if (device.deviceInfo.special.usb.usable == 0) {
+        return isUsb3 ? KELA_DEV_STATE_USB3_UNUSABLE : KELA_DEV_STATE_USB2_UNUSABLE;
+    }
+    if (access == nullptr) {
+        return KELA_DEV_STATE_UNKNOWN;
+    }
+    if (isAccessible(*access, device, KELA_ACCESS_CONTROL)) {
+        return isUsb3 ? KELA_DEV_STATE_USB3_FREE : KELA_DEV_STATE_USB2_FREE;
+    }
+    return isUsb3 ? KELA_DEV_STATE_USB3_IN_USE : KELA_DEV_STATE_USB2_IN_USE;
+}
+
 } // namespace
 
 KELA_DEV_STATE CDevicesEnum::GetDevState(KELA_STRUCT_DEVICE_INFO &stDeviceInfo)
 {
-    switch (stDeviceInfo.deviceInfo.transport) {
+    return stateOf(stDeviceInfo, {m_deviceAccess.get(), nullptr});
+}
+
+KELA_DEV_STATE CDevicesEnum::stateOf(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked)
+{
+    switch (device.deviceInfo.transport) {
     case KELA_INTERFACE_TYPE_GIGE:
     case KELA_INTERFACE_TYPE_GIGE_VARIANT:
-        return gigeState(stDeviceInfo);
+        return gigeState(device, asked);
     case KELA_INTERFACE_TYPE_NETWORK:
-        return networkState(stDeviceInfo);
+        return networkState(device, asked);
     case KELA_INTERFACE_TYPE_USB:
-        return usbState(stDeviceInfo);
+        return usbState(device, asked.access);
     case KELA_INTERFACE_TYPE_CAMERALINK:
         return KELA_DEV_STATE_CAMERALINK_FREE;
     case KELA_INTERFACE_TYPE_GENTL:
@@ -53,52 +79,30 @@ KELA_DEV_STATE CDevicesEnum::GetDevState(KELA_STRUCT_DEVICE_INFO &stDeviceInfo)
     }
 }
 
-KELA_DEV_STATE CDevicesEnum::gigeState(KELA_STRUCT_DEVICE_INFO &device)
+KELA_DEV_STATE CDevicesEnum::gigeState(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked)
 {
     if (device.deviceInfo.placement == KELA_PLACEMENT_REAL && !IsReachable(device) && device.remote == 0) {
         return KELA_DEV_STATE_GIGE_UNREACHABLE;
     }
-    if (!m_deviceAccess) {
+    if (asked.access == nullptr) {
         return KELA_DEV_STATE_UNKNOWN;
     }
-    if (isAccessible(device, KELA_ACCESS_CONTROL)) {
+    if (isAccessible(*asked.access, device, KELA_ACCESS_CONTROL)) {
         return KELA_DEV_STATE_GIGE_FREE;
     }
-    return IsMultiOpened(device) ? KELA_DEV_STATE_GIGE_MULTICAST : KELA_DEV_STATE_GIGE_IN_USE;
+    return isMultiOpened(device, asked) ? KELA_DEV_STATE_GIGE_MULTICAST : KELA_DEV_STATE_GIGE_IN_USE;
 }
 
-KELA_DEV_STATE CDevicesEnum::networkState(KELA_STRUCT_DEVICE_INFO &device)
+KELA_DEV_STATE CDevicesEnum::networkState(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked) const
 {
     if (!IsReachable(device) && device.remote == 0) {
         return KELA_DEV_STATE_NETWORK_UNREACHABLE;
     }
-    if (!m_deviceAccess) {
+    if (asked.access == nullptr) {
         return KELA_DEV_STATE_UNKNOWN;
     }
-    return isAccessible(device, KELA_ACCESS_EXCLUSIVE) ? KELA_DEV_STATE_NETWORK_FREE
-                                                       : KELA_DEV_STATE_NETWORK_IN_USE;
-}
-
-KELA_DEV_STATE CDevicesEnum::usbState(KELA_STRUCT_DEVICE_INFO &device)
-{
-    const bool isUsb3 = device.deviceInfo.special.usb.usbVersion > kLastUsb2Version;
-    if (device.deviceInfo.special.usb.usable == 0) {
-        return isUsb3 ? KELA_DEV_STATE_USB3_UNUSABLE : KELA_DEV_STATE_USB2_UNUSABLE;
-    }
-    if (!m_deviceAccess) {
-        return KELA_DEV_STATE_UNKNOWN;
-    }
-    if (isAccessible(device, KELA_ACCESS_CONTROL)) {
-        return isUsb3 ? KELA_DEV_STATE_USB3_FREE : KELA_DEV_STATE_USB2_FREE;
-    }
-    return isUsb3 ? KELA_DEV_STATE_USB3_IN_USE : KELA_DEV_STATE_USB2_IN_USE;
-}
-
-bool CDevicesEnum::isAccessible(KELA_STRUCT_DEVICE_INFO &device, KELA_ACCESS_MODE mode)
-{
-    bool accessible = false;
-    const unsigned int result = m_deviceAccess->IsDeviceAccessible(&device.deviceInfo, mode, &accessible);
-    return result == KELA_OK && accessible;
+    return isAccessible(*asked.access, device, KELA_ACCESS_EXCLUSIVE) ? KELA_DEV_STATE_NETWORK_FREE
+                                                                      : KELA_DEV_STATE_NETWORK_IN_USE;
 }
 
 bool CDevicesEnum::IsReachable(const KELA_STRUCT_DEVICE_INFO &stDeviceInfo) const
@@ -108,16 +112,21 @@ bool CDevicesEnum::IsReachable(const KELA_STRUCT_DEVICE_INFO &stDeviceInfo) cons
 
 bool CDevicesEnum::IsMultiOpened(KELA_STRUCT_DEVICE_INFO &stDeviceInfo)
 {
-    KELA_DEVICE_INFO_EX &device = stDeviceInfo.deviceInfo;
+    return isMultiOpened(stDeviceInfo, {m_deviceAccess.get(), nullptr});
+}
+
+bool CDevicesEnum::isMultiOpened(KELA_STRUCT_DEVICE_INFO &device, const Asked &asked)
+{
+    KELA_DEVICE_INFO_EX &info = device.deviceInfo;
     bool isStreaming = false;
-    if (!m_deviceAccess || m_deviceAccess->GetMulticastStatus(&device, &isStreaming) != KELA_OK ||
+    if (asked.access == nullptr || asked.access->GetMulticastStatus(&info, &isStreaming) != KELA_OK ||
         !isStreaming) {
         return false;
     }
-    const TemporaryAccess access(*this);
-    const bool isRead = readStreamDestination(*access, device);
+    const TemporaryAccess access(*this, asked.deadline);
+    const bool isRead = readStreamDestination(*access, info);
     access->DisConnect(false);
-    return isRead && IsMultiIPAdder(device.special.gige.streamDestination);
+    return isRead && IsMultiIPAdder(info.special.gige.streamDestination);
 }
 
 bool CDevicesEnum::IsMultiIPAdder(unsigned int nIp) const

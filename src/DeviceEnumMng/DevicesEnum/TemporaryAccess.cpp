@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <DeviceEnumMng/DevicesEnum/TemporaryAccess.h>
 
+#include <DeviceEnumMng/DevicesEnum/AnswerDeadline.h>
+
 #include <algorithm>
 
-CDevicesEnum::TemporaryAccess::TemporaryAccess(CDevicesEnum &owner)
+CDevicesEnum::TemporaryAccess::TemporaryAccess(CDevicesEnum &owner, AnswerDeadline *deadline)
     : m_owner(owner)
     , m_access(std::make_shared<KelAIndustryControl>())
 {
@@ -15,6 +17,9 @@ CDevicesEnum::TemporaryAccess::TemporaryAccess(CDevicesEnum &owner)
     }
     if (isTooLate) {
         m_access->CancelEnum();
+    }
+    if (deadline != nullptr) {
+        deadline->add(m_access);
     }
 }
 

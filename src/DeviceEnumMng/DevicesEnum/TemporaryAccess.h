@@ -4,11 +4,14 @@
 #include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
 #include <KelAIndustryControl/KelAIndustryControl.h>
 
+class AnswerDeadline;
+
 /// A device-access object for one question to one device. The enumerator's Stop cancels it too.
 class CDevicesEnum::TemporaryAccess
 {
 public:
-    explicit TemporaryAccess(CDevicesEnum &owner);
+    /// @param deadline  cancels it too; null when the question may take as long as it takes
+    explicit TemporaryAccess(CDevicesEnum &owner, AnswerDeadline *deadline = nullptr);
     ~TemporaryAccess();
 
     TemporaryAccess(const TemporaryAccess &) = delete;

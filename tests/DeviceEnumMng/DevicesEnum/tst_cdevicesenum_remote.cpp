@@ -7,6 +7,7 @@
 
 #include "EventRecorder.h"
 
+#include <QElapsedTimer>
 #include <QtTest>
 
 #include <thread>
@@ -43,6 +44,8 @@ private Q_SLOTS:
     void callersRecordHoldsTheDevice();
     void deviceThatDoesNotAnswerGivesMinusOne();
     void deviceThatCannotBeChosenIsNotAsked();
+    void addingEndsInTimeWhateverTheDeviceDoesNotTell_data();
+    void addingEndsInTimeWhateverTheDeviceDoesNotTell();
     void addressOfAKnownDeviceGivesItsIdAndNothingElse();
     void addressOfAVanishedDeviceIsAskedAgain();
     void nullRecordIsRefused();
@@ -128,6 +131,49 @@ void tst_CDevicesEnum_remote::deviceThatCannotBeChosenIsNotAsked()
 
     QCOMPARE(scriptedAccess().calls(Operation::Init).front().flag, false);
     QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(0));
+}
+
+void tst_CDevicesEnum_remote::addingEndsInTimeWhateverTheDeviceDoesNotTell_data()
+{
+    QTest::addColumn<int>("hanging");
+    QTest::addColumn<QStringList>("events");
+
+    QTest::newRow("what it is") << int(Operation::GetDeviceInfo) << QStringList();
+    QTest::newRow("whether it is free") << int(Operation::IsDeviceAccessible) << QStringList("new R1");
+    QTest::newRow("whether it streams") << int(Operation::GetMulticastStatus) << QStringList("new R1");
+    QTest::newRow("to a monitor") << int(Operation::Connect) << QStringList("new R1");
+    QTest::newRow("where it streams to") << int(Operation::GetIntegerNodeValue) << QStringList("new R1");
+}
+
+void tst_CDevicesEnum_remote::addingEndsInTimeWhateverTheDeviceDoesNotTell()
+{
+    QFETCH(int, hanging);
+    QFETCH(QStringList, events);
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    scriptedAccess().plugBehindRouter(gigeCamera("R1", 91));
+    scriptedAccess().holdAndStream("R1", ipv4(239, 1, 2, 3), 5400);
+    scriptedAccess().stall(static_cast<Operation>(hanging));
+    KELA_STRUCT_DEVICE_INFO record = request(91);
+    QElapsedTimer timer;
+    timer.start();
+
+    const long id = enumerator.AddRemoteDevice(&record);
+
+    // What hangs is never let go: only the deadline of 750 ms ends it.
+    QVERIFY(timer.elapsed() < 2000);
+    QCOMPARE(recorder.take(), events);
+    QCOMPARE(id == -1, events.isEmpty());
+    QCOMPARE(record.deviceState, events.isEmpty() ? 0 : int32_t(KELA_DEV_STATE_GIGE_IN_USE));
+    QCOMPARE(scriptedAccess().objectCount(), 1);
+
+    // The enumerator itself goes on: the next pass tells what was left open.
+    scriptedAccess().release();
+    enumerator.AddRemoteDevice(&record);
+    enumerator.EnumDevices();
+    QCOMPARE(recorder.takeEvents().last().device.deviceState, int32_t(KELA_DEV_STATE_GIGE_MULTICAST));
 }
 
 void tst_CDevicesEnum_remote::addressOfAKnownDeviceGivesItsIdAndNothingElse()

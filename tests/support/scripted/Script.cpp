@@ -25,6 +25,25 @@ void fillList(List &list, Record *(&entries)[kListLength], std::vector<Record> &
     list.count = static_cast<uint32_t>(count);
 }
 
+// Operations that wait for a device or a producer. A cancelled object waits for nothing any more.
+bool isWaiting(Operation operation)
+{
+    switch (operation) {
+    case Operation::EnumDevices:
+    case Operation::EnumInterfacesByGenTL:
+    case Operation::EnumDevicesByGenTL:
+    case Operation::EnumDevicesByGenTLEx:
+    case Operation::GetDeviceInfo:
+    case Operation::IsDeviceAccessible:
+    case Operation::GetMulticastStatus:
+    case Operation::Connect:
+    case Operation::GetIntegerNodeValue:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 Script &Script::instance()
@@ -277,7 +296,7 @@ uint32_t Script::enter(ScriptedObject &object, Operation operation, std::string_
                        bool flag, bool wasZeroed)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    if (!m_isRecording && m_stalls.empty() && m_faults.empty() && m_nextFaults.empty()) {
+    if (!object.isCancelled && !m_isRecording && m_stalls.empty() && m_faults.empty() && m_nextFaults.empty()) {
         return KELA_OK;
     }
     const Subject key(operation, subject);
@@ -287,11 +306,9 @@ uint32_t Script::enter(ScriptedObject &object, Operation operation, std::string_
         m_changed.notify_all();
         m_changed.wait(lock, [this, &object, &key] { return object.isCancelled || !isStalled(key); });
         --m_stalledCalls;
-        if (object.isCancelled) {
-            return KELA_ERROR_CANCELLED;
-        }
     }
-    return takeFault(key);
+    return object.isCancelled && isWaiting(operation) ? static_cast<uint32_t>(KELA_ERROR_CANCELLED)
+                                                      : takeFault(key);
 }
 
 uint32_t Script::claimed(std::size_t count) const
@@ -372,12 +389,6 @@ void Script::cancel(ScriptedObject &object)
     const std::lock_guard<std::mutex> lock(m_mutex);
     object.isCancelled = true;
     m_changed.notify_all();
-}
-
-bool Script::isCancelled(const ScriptedObject &object) const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return object.isCancelled;
 }
 
 uint32_t Script::connect(ScriptedObject &object, uint32_t mode)

@@ -70,7 +70,6 @@ public:
     uint32_t devicesOfHandle(ScriptedObject &object, void *handle, KELA_DEVICE_INFO_LIST &list);
     void unload(ScriptedObject &object, const std::string &path);
     void cancel(ScriptedObject &object);
-    bool isCancelled(const ScriptedObject &object) const;
     uint32_t connect(ScriptedObject &object, uint32_t mode);
     uint32_t disconnect(ScriptedObject &object);
     uint32_t askDevice(KELA_DEVICE_INFO_EX &device) const;

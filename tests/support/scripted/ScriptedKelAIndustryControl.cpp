@@ -50,9 +50,6 @@ unsigned int KelAIndustryControl::EnumDevices(unsigned int nInterfaceType, KELA_
     Script &script = Script::instance();
     const uint32_t fault = script.enter(m_impl->object, Operation::EnumDevices, std::string_view(),
                                         nInterfaceType, bLibraryFlag, isZero(*pList));
-    if (script.isCancelled(m_impl->object)) {
-        return KELA_ERROR_CANCELLED;
-    }
     return fault != KELA_OK ? fault : script.devicesOf(m_impl->object, nInterfaceType, *pList);
 }
 
