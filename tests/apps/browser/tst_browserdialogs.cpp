@@ -23,6 +23,8 @@
 #include <QScopeGuard>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace browser;
 
 namespace

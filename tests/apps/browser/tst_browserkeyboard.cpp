@@ -16,12 +16,15 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeWidgetItemIterator>
 #include <QWindow>
+
+#include <algorithm>
 
 using namespace browser;
 
@@ -300,12 +303,18 @@ void TestBrowserKeyboard::namesFollowTheLanguageInAFrozenTree()
 void TestBrowserKeyboard::namesFollowTheEncoding()
 {
     trigger(QStringLiteral("Freeze the tree"));
-    row(kConveyor)->setText(0, QStringLiteral("out of date"));
+    QTest::qWait(500);
+    KELA_STRUCT_DEVICE_INFO device = *rows::deviceOf(row(kConveyor));
+    const QByteArray name("\xC8\xEB\xBF\xDA");
+    std::copy_n(name.constData(), name.size() + 1, device.deviceInfo.special.gige.userDefinedName);
+    row(kConveyor)->setData(0, KelDeviceTree::ItemInfoRole, QVariant::fromValue(device));
 
     window()->preferences()->setEncoding(KelInterface::EncodingGb18030);
 
-    QVERIFY(rows::textOf(row(kConveyor)) != QStringLiteral("out of date"));
-    QTRY_VERIFY(spokenRows().contains(rows::textOf(row(kConveyor)) + QStringLiteral(", Free")));
+    const QString text = rows::textOf(row(kConveyor));
+    QVERIFY(text.contains(QStringLiteral("入口")));
+    QVERIFY(spokenRows().contains(text + QStringLiteral(", Free")));
+    QCOMPARE(buttonName(row(kConveyor)), QStringLiteral("Connect %1").arg(text));
     KelInterface::SetEncodingType(KelInterface::EncodingUtf8);
 }
 
@@ -320,8 +329,13 @@ void TestBrowserKeyboard::lostCameraIsSpokenAsLost()
     QTRY_VERIFY(spokenRows().contains(name + QStringLiteral(", connection lost")));
     QCOMPARE(buttonName(row(kConveyor)), QStringLiteral("Disconnect %1").arg(name));
 
-    // Neither a pass nor another language makes it connected again.
-    QTest::qWait(2500);
+    // Neither its return nor another language makes it connected again.
+    bool isBack = false;
+    const auto listening = connect(tree(), &KelDeviceTree::sigUpdateDeviceItem, this,
+                                   [&](const QTreeWidgetItem *item) { isBack |= rows::idOf(item) == id; });
+    const auto stop = qScopeGuard([&listening] { disconnect(listening); });
+    steeredcameras::tell({"plug", "conveyor"});
+    QTRY_VERIFY_WITH_TIMEOUT(isBack, 5000);
     QVERIFY(spokenRows().contains(name + QStringLiteral(", connection lost")));
     window()->preferences()->setLanguage(QStringLiteral("de"));
     QTRY_VERIFY(spokenRows().contains(name + QStringLiteral(", Verbindung verloren")));
