@@ -221,14 +221,35 @@ int KelDeviceTreePrivate::removeRemoteDevice(KELA_STRUCT_DEVICE_INFO &info)
     const QPointer<KelDeviceTree> tree(q);
     OwnerCall call;
     const int result = getThread(KELA_INTERFACE_TYPE_GIGE)->RemoveRemoteDevice(&info);
-    OwnerCall::tell(call.takeEvents(), tree);
+    const QVector<TreeEvent> events = call.takeEvents();
+    for (const TreeEvent &event : events) {
+        m_takenBack.insert(event.device.value<KELA_STRUCT_DEVICE_INFO>().deviceId);
+    }
+    OwnerCall::tell(events, tree);
     return result;
+}
+
+// An update that a pass reported just before the device was taken back may arrive after its row has gone, and
+// would make the row again for good. A device that really returns is reported as new first.
+bool KelDeviceTreePrivate::isLateUpdate(const QVariant &device, int kind)
+{
+    if (m_takenBack.isEmpty()) {
+        return false;
+    }
+    const int id = device.value<KELA_STRUCT_DEVICE_INFO>().deviceId;
+    if (kind == KELA_INTERFACE_STATE_DEVICE_NEW) {
+        m_takenBack.remove(id);
+    }
+    return kind == KELA_INTERFACE_STATE_DEVICE_UPDATED && m_takenBack.contains(id);
 }
 
 void KelDeviceTreePrivate::onEventSink(const QVariant &stNetCardInfo, const QVariant &stDeviceInfo,
                                        int nKelAIntefaceState, int nErrorCode, int nDeviceType)
 {
     g_sentEvents.load(std::memory_order_acquire);
+    if (isLateUpdate(stDeviceInfo, nKelAIntefaceState)) {
+        return;
+    }
     switch (nKelAIntefaceState) {
     case KELA_INTERFACE_STATE_INTERFACE_NEW:
     case KELA_INTERFACE_STATE_INTERFACE_UPDATED:

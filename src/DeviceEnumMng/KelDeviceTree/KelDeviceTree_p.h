@@ -89,6 +89,7 @@ public:
     int removeRemoteDevice(KELA_STRUCT_DEVICE_INFO &info);
     void onEventSink(const QVariant &stNetCardInfo, const QVariant &stDeviceInfo, int nKelAIntefaceState,
                      int nErrorCode, int nDeviceType);
+    bool isLateUpdate(const QVariant &device, int kind);
     void onInterfaceEvent(const KELA_INTERFACE_INFO &interface, int kind);
     void onEndThread(int nDeviceType, int nErrorCode);
 
@@ -220,6 +221,7 @@ public:
         bool runs = false;                        ///< a change is being applied
         bool again = false;                       ///< another one came meanwhile
     } m_ctiChange;                                ///< producers
+    QSet<int> m_takenBack;                        ///< bridge: remote devices whose late updates are dropped
     bool m_isLoading = false;                     ///< bridge: a search is shown on this tree's behalf
     QList<EnumEventUserData *> m_userData;        ///< bridge: one per enumerator; owned
     std::unique_ptr<KelRightButtons> m_buttons;   ///< actions: which of m_rightBtns live and are shown

@@ -26,6 +26,8 @@ kel_add_qt_test(tst_kelrecorddigest SOURCES tst_kelrecorddigest.cpp
 # Events cross from the workers' threads: also for the thread checker.
 kel_add_qt_test(tst_keldevicetree_bridge SOURCES tst_keldevicetree_bridge.cpp
                 LIBRARIES TreeFixture DeviceTreeTestKit KelDeviceTree KelGenTLMenu LABELS widget threads)
+kel_add_qt_test(tst_keldevicetree_takenback SOURCES tst_keldevicetree_takenback.cpp
+                LIBRARIES TreeFixture DeviceTreeTestKit KelDeviceTree KelGenTLMenu LABELS widget threads)
 
 # The shipped library, with the scripted device access in the place of the real one.
 kel_add_qt_test(tst_keldevicetree_shipped SOURCES tst_keldevicetree_shipped.cpp
