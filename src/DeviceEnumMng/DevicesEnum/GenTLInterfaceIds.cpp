@@ -15,8 +15,9 @@ std::mutex s_idMapMutex; // guards s_IDMap
 
 QMap<QString, unsigned int> &idMap()
 {
-    static QMap<QString, unsigned int> s_IDMap;
-    return s_IDMap;
+    // Never destroyed: a worker may still be in a pass when the process takes its globals down.
+    static auto *const s_IDMap = new QMap<QString, unsigned int>;
+    return *s_IDMap;
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include <DeviceEnumMng/DevicesEnum/FixedStrings.h>
 
 std::mutex KelACameraIdMng::s_tableMutex;
-QMap<QString, long> KelACameraIdMng::s_Device2IDMap;
+QMap<QString, long> &KelACameraIdMng::s_Device2IDMap = *new QMap<QString, long>;
 
 namespace
 {

@@ -55,5 +55,6 @@ private:
     QMap<long, KELA_STRUCT_DEVICE_INFO> m_records;
 
     static std::mutex s_tableMutex; // guards s_Device2IDMap; taken inside m_mutex, never the other way round
-    static QMap<QString, long> s_Device2IDMap;
+    // Never destroyed: a worker may still be in a pass when the process takes its globals down.
+    static QMap<QString, long> &s_Device2IDMap;
 };

@@ -4,7 +4,7 @@
 #include <DeviceEnumMng/DevicesEnum/FixedStrings.h>
 
 std::mutex KelANetWorkIdMng::s_tableMutex;
-QMap<QString, long> KelANetWorkIdMng::s_NetWork2IDMap;
+QMap<QString, long> &KelANetWorkIdMng::s_NetWork2IDMap = *new QMap<QString, long>;
 
 namespace
 {

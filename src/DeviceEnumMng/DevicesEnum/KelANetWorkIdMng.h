@@ -45,5 +45,6 @@ private:
     QMap<long, KELA_NETWORK> m_records;
 
     static std::mutex s_tableMutex; // guards s_NetWork2IDMap; taken inside m_mutex, never the other way round
-    static QMap<QString, long> s_NetWork2IDMap;
+    // Never destroyed: a worker may still be in a pass when the process takes its globals down.
+    static QMap<QString, long> &s_NetWork2IDMap;
 };

@@ -11,6 +11,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
 namespace
 {
 
@@ -32,6 +34,29 @@ long idOf(const KELA_DEVICE_INFO_EX &device)
     return KelACameraIdMng().getDeviceID(record);
 }
 
+bool knowsTheFirstOfEach()
+{
+    KELA_NETWORK card = {};
+    setField(card.hardwareAddress, "02:00:00:00:00:01");
+    return idOf(gigeCamera("A1")) == 1 && KelANetWorkIdMng().getNetWorkID(card) == 80001 &&
+           genTLInterfaceId("if0", 0) == 70001;
+}
+
+bool s_isLookedAtLast = false;
+
+void lookAtLast()
+{
+    if (s_isLookedAtLast) {
+        _exit(knowsTheFirstOfEach() ? 0 : 1);
+    }
+}
+
+// Before every other global is made, so that it is called after all of them are gone.
+__attribute__((constructor(101))) void registerLast()
+{
+    std::atexit(lookAtLast);
+}
+
 } // namespace
 
 class tst_FirstIdentifiers : public QObject
@@ -45,6 +70,7 @@ private Q_SLOTS:
     void firstDeviceWithoutIdentityGivesAllOthersItsNumber();
     void firstCardGets80001();
     void firstGenTLInterfaceGets70001();
+    void identifiersOutliveTheGlobalsOfTheProcess();
 };
 
 void tst_FirstIdentifiers::firstGigeDeviceOfTheProcessGetsOne()
@@ -94,6 +120,19 @@ void tst_FirstIdentifiers::firstGenTLInterfaceGets70001()
 {
     QVERIFY(holdsInFreshProcess(
         [] { return genTLInterfaceId("if0", 0) == 70001 && genTLInterfaceId("if1", 0) == 70002; }));
+}
+
+void tst_FirstIdentifiers::identifiersOutliveTheGlobalsOfTheProcess()
+{
+    // A worker may be in a pass while the process ends.
+    QVERIFY(holdsInFreshProcess([] {
+        const bool isKnown = knowsTheFirstOfEach();
+        s_isLookedAtLast = true;
+        if (isKnown) {
+            std::exit(0); // NOLINT(concurrency-mt-unsafe)
+        }
+        return false;
+    }));
 }
 
 QTEST_GUILESS_MAIN(tst_FirstIdentifiers)
