@@ -237,6 +237,7 @@ private:
     // CDevicesEnum_remote.cpp
     unsigned int askRemote(KELA_STRUCT_DEVICE_INFO &record, AnswerDeadline *deadline = nullptr);
     void setStateWithin(AnswerDeadline &deadline, KELA_STRUCT_DEVICE_INFO &record);
+    bool isBeingTakenBack(const KELA_STRUCT_DEVICE_INFO &record) const;
     void refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds);
     bool refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before);
 

@@ -73,6 +73,9 @@ void CDevicesEnum::reportVanishedDevices(const QVector<long> &knownIds, const QS
             continue;
         }
         KELA_STRUCT_DEVICE_INFO record = m_cameraIds.getDeviceInfo(id);
+        if (isBeingTakenBack(record)) {
+            continue;
+        }
         if (testFlag(static_cast<int>(record.deviceInfo.transport), static_cast<int>(removable))) {
             sendEvent(nullptr, &record, KELA_INTERFACE_STATE_DEVICE_REMOVED);
             m_cameraIds.deleteDeviceID(id);

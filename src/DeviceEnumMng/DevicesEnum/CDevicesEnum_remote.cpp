@@ -100,6 +100,13 @@ int CDevicesEnum::RemoveRemoteDevice(KELA_STRUCT_DEVICE_INFO *pDeviceInfo)
     return 0;
 }
 
+// Listed no more and still present: its owner is inside RemoveRemoteDevice and reports it removed.
+bool CDevicesEnum::isBeingTakenBack(const KELA_STRUCT_DEVICE_INFO &record) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return record.remote != 0 && findById(m_remoteDevices, record.deviceId) == m_remoteDevices.end();
+}
+
 void CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds)
 {
     QVector<KELA_STRUCT_DEVICE_INFO> devices;

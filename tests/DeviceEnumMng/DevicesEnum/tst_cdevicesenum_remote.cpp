@@ -58,6 +58,7 @@ private Q_SLOTS:
     void removalReportsTheCallersRecord();
     void deviceRemovedWhileItIsAskedGetsNoUpdate();
     void deviceRemovedWhileItFailsToAnswerIsNotReportedTwice();
+    void deviceWhoseOwnerIsJustReportingItsRemovalIsNotReportedTwice();
     void neighbourOfADeviceRemovedByItsOwnerIsStillAsked();
     void deviceAddedWhileAPassRunsIsKept();
     void deviceSetOffIsAskedNoMore();
@@ -386,6 +387,28 @@ void tst_CDevicesEnum_remote::deviceRemovedWhileItFailsToAnswerIsNotReportedTwic
     QVERIFY(recorder.waitForEnds(1));
 
     QCOMPARE(recorder.take(), QStringList({"begin", "removed R1", "end 0"}));
+}
+
+void tst_CDevicesEnum_remote::deviceWhoseOwnerIsJustReportingItsRemovalIsNotReportedTwice()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    bool hasPassed = false;
+    recorder.listenTo(enumerator, [&enumerator, &hasPassed](const RecordedEvent &event) {
+        if (event.kind == KELA_INTERFACE_STATE_DEVICE_REMOVED && !hasPassed) {
+            hasPassed = true;
+            enumerator.EnumDevices();
+        }
+    });
+    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
+    recorder.takeEvents();
+
+    // The whole pass lies between the end of the listing and the end of the registration.
+    enumerator.RemoveRemoteDevice(&record);
+
+    QVERIFY(hasPassed);
+    QCOMPARE(recorder.take(), QStringList("removed R1"));
 }
 
 void tst_CDevicesEnum_remote::neighbourOfADeviceRemovedByItsOwnerIsStillAsked()
