@@ -247,6 +247,8 @@ private:
 
     // CDevicesEnum_gentl.cpp
     bool isProducerListed(const QString &path) const;
+    unsigned int enumProducer(const QString &listedPath, QVector<KELA_GENTL_IF_INFO> &allInterfaces,
+                              bool mustBeListed);
     QVector<KELA_GENTL_IF_INFO> replaceProducerInterfaces(const QString &path,
                                                           const QVector<KELA_GENTL_IF_INFO> &interfaces);
     void reportGenTLInterface(const KELA_GENTL_IF_INFO &interface, KELA_INTERFACE_STATE kind) const;

@@ -97,9 +97,7 @@ unsigned int CDevicesEnum::EnumGenTLInterface()
     }
     QVector<KELA_GENTL_IF_INFO> now;
     for (const QString &path : qAsConst(paths)) {
-        if (isProducerListed(path)) {
-            EnumOneGenTLInterface(path, now);
-        }
+        enumProducer(path, now, true);
     }
     for (const KELA_GENTL_IF_INFO &interface : qAsConst(before)) {
         if (!containsInterface(now, interface.id)) {
@@ -114,14 +112,22 @@ unsigned int CDevicesEnum::EnumGenTLInterface()
 unsigned int CDevicesEnum::EnumOneGenTLInterface(const QString &strCtiPath,
                                                  QVector<KELA_GENTL_IF_INFO> &vecInterfaces)
 {
-    const bool wasListed = isProducerListed(strCtiPath);
-    const QByteArray path = pathBuffer(strCtiPath);
+    return enumProducer(strCtiPath, vecInterfaces, isProducerListed(strCtiPath));
+}
+
+unsigned int CDevicesEnum::enumProducer(const QString &listedPath, QVector<KELA_GENTL_IF_INFO> &allInterfaces,
+                                        bool mustBeListed)
+{
+    if (mustBeListed && !isProducerListed(listedPath)) {
+        return KELA_ERROR_HANDLE;
+    }
+    const QByteArray path = pathBuffer(listedPath);
     KELA_GENTL_IF_INFO_LIST list = {};
     if (!m_deviceAccess) {
         return KELA_ERROR_GENTL_OBJECT_MISSING;
     }
     const unsigned int result = m_deviceAccess->EnumInterfacesByGenTL(&list, path.constData());
-    if (wasListed && !isProducerListed(strCtiPath)) {
+    if (mustBeListed && !isProducerListed(listedPath)) {
         // Removed meanwhile. The call may have loaded it again behind the owner's back.
         m_deviceAccess->UnloadGenTLLibrary(path.constData());
         return KELA_ERROR_HANDLE;
@@ -132,13 +138,13 @@ unsigned int CDevicesEnum::EnumOneGenTLInterface(const QString &strCtiPath,
     outputDebugLine([&list] { return QStringLiteral("EnumGenTLInterface count : %1").arg(list.count); });
 
     const QVector<KELA_GENTL_IF_INFO> interfaces = interfacesOf(list);
-    const QVector<KELA_GENTL_IF_INFO> known = replaceProducerInterfaces(strCtiPath, interfaces);
+    const QVector<KELA_GENTL_IF_INFO> known = replaceProducerInterfaces(listedPath, interfaces);
     for (const KELA_GENTL_IF_INFO &interface : interfaces) {
         reportGenTLInterface(interface, containsInterface(known, interface.id)
                                             ? KELA_INTERFACE_STATE_INTERFACE_UPDATED
                                             : KELA_INTERFACE_STATE_INTERFACE_NEW);
     }
-    vecInterfaces += interfaces;
+    allInterfaces += interfaces;
     return KELA_OK;
 }
 
