@@ -1,6 +1,13 @@
 # SPDX-License-Identifier: Apache-2.0
 
-add_library(TreeFixture STATIC TreeFixture.cpp TreeFixture.h)
+add_library(TreeFixture STATIC
+    BridgeTest.cpp
+    BridgeTest.h
+    TreeFixture.cpp
+    TreeFixture.h
+    TreeTest.cpp
+    TreeTest.h
+)
 target_link_libraries(TreeFixture PUBLIC Qt5::Widgets Qt5::Test CustomCtr KelAIndustryControlHeaders)
 target_include_directories(TreeFixture PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src
                                               ${PROJECT_SOURCE_DIR}/src/DeviceEnumMng/KelDeviceTree
@@ -24,8 +31,16 @@ kel_add_qt_test(tst_kelrecorddigest SOURCES tst_kelrecorddigest.cpp
                 LIBRARIES TreeFixture DeviceTreeTestKit KelDeviceTree KelGenTLMenu LABELS unit)
 
 # Events cross from the workers' threads: also for the thread checker.
-kel_add_qt_test(tst_keldevicetree_bridge SOURCES tst_keldevicetree_bridge.cpp
-                LIBRARIES TreeFixture DeviceTreeTestKit KelDeviceTree KelGenTLMenu LABELS widget threads)
+foreach(concern
+    events
+    lifetime
+    passends
+    passes
+    remote
+)
+    kel_add_qt_test(tst_keldevicetree_bridge_${concern} SOURCES tst_keldevicetree_bridge_${concern}.cpp
+                    LIBRARIES TreeFixture DeviceTreeTestKit KelDeviceTree KelGenTLMenu LABELS widget threads)
+endforeach()
 kel_add_qt_test(tst_keldevicetree_takenback SOURCES tst_keldevicetree_takenback.cpp
                 LIBRARIES TreeFixture DeviceTreeTestKit KelDeviceTree KelGenTLMenu LABELS widget threads)
 
