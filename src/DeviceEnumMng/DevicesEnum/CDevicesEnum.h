@@ -153,7 +153,7 @@ public:
     void RemoveCtiPath(char *strCtiPath);
 
     /// Enumerates the interfaces of all producers and reports them. For the worker.
-    /// @return 0
+    /// @return 0; KELA_ERROR_CANCELLED after Stop, when a producer was not waited for
     unsigned int EnumGenTLInterface();
 
     /// Enumerates the interfaces of one producer, reports them and appends them to @p vecInterfaces.
@@ -218,9 +218,9 @@ private:
 
     // CDevicesEnum_pass.cpp
     unsigned int askForDevices();
-    void GenerateDevicesInfo(FoundDevices &found);
-    void generateFromHandles(FoundDevices &found);
-    void generateFromInterfaces(FoundDevices &found);
+    unsigned int GenerateDevicesInfo(FoundDevices &found);
+    unsigned int generateFromHandles(FoundDevices &found);
+    unsigned int generateFromInterfaces(FoundDevices &found);
     void generateFromDeviceList(FoundDevices &found);
     void mergeGenTLDevices(const KELA_DEVICE_INFO_LIST &list, FoundDevices &found) const;
     void mergeDevice(const KELA_DEVICE_INFO_EX &device, FoundDevices &found) const;
@@ -238,8 +238,9 @@ private:
     unsigned int askRemote(KELA_STRUCT_DEVICE_INFO &record, AnswerDeadline *deadline = nullptr);
     void setStateWithin(AnswerDeadline &deadline, KELA_STRUCT_DEVICE_INFO &record);
     bool isBeingTakenBack(const KELA_STRUCT_DEVICE_INFO &record) const;
-    void refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds);
-    bool refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before);
+    unsigned int refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds);
+    unsigned int refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before);
+    bool keepRemoteDevice(const KELA_STRUCT_DEVICE_INFO &record, bool hasAnswered);
 
     // CDevicesEnum_networks.cpp
     void reportNetWorks(const QVector<KELA_NETWORK> &cards);

@@ -97,7 +97,10 @@ unsigned int CDevicesEnum::EnumGenTLInterface()
     }
     QVector<KELA_GENTL_IF_INFO> now;
     for (const QString &path : qAsConst(paths)) {
-        enumProducer(path, now, true);
+        if (enumProducer(path, now, true) == KELA_ERROR_CANCELLED) {
+            // Nobody knows what has gone.
+            return KELA_ERROR_CANCELLED;
+        }
     }
     for (const KELA_GENTL_IF_INFO &interface : qAsConst(before)) {
         if (!containsInterface(now, interface.id)) {

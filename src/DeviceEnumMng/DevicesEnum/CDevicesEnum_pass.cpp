@@ -4,6 +4,8 @@
 //
 // The owner may add, remove or set off devices while a pass runs. A device counts as known when it was
 // present at the start of the telling apart and still is, as if the owner's call had come before.
+//
+// A pass that is cancelled in the middle ends there: what was not waited for may well be there still.
 
 #include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
 
@@ -16,12 +18,14 @@
 
 unsigned int CDevicesEnum::EnumDevices()
 {
-    const unsigned int result = askForDevices();
+    FoundDevices found;
+    unsigned int result = askForDevices();
+    if (result == KELA_OK) {
+        result = GenerateDevicesInfo(found);
+    }
     if (result != KELA_OK) {
         return result;
     }
-    FoundDevices found;
-    GenerateDevicesInfo(found);
 
     const QVector<long> knownIds = m_cameraIds.DeviceIdList();
     const QSet<long> known(knownIds.cbegin(), knownIds.cend());
@@ -29,9 +33,11 @@ unsigned int CDevicesEnum::EnumDevices()
     if (m_reportDevices) {
         reportFoundDevices(found, known, seenIds);
     }
-    refreshRemoteDevices(known, seenIds);
-    reportVanishedDevices(knownIds, seenIds);
-    return KELA_OK;
+    result = refreshRemoteDevices(known, seenIds);
+    if (result == KELA_OK) {
+        reportVanishedDevices(knownIds, seenIds);
+    }
+    return result;
 }
 
 unsigned int CDevicesEnum::askForDevices()
@@ -83,25 +89,23 @@ void CDevicesEnum::reportVanishedDevices(const QVector<long> &knownIds, const QS
     }
 }
 
-void CDevicesEnum::GenerateDevicesInfo(FoundDevices &found)
+unsigned int CDevicesEnum::GenerateDevicesInfo(FoundDevices &found)
 {
     switch (m_interfaceType) {
     case KELA_INTERFACE_TYPE_GENTL:
-        generateFromHandles(found);
-        break;
+        return generateFromHandles(found);
     case KELA_INTERFACE_TYPE_GENTL_INTERFACE:
-        generateFromInterfaces(found);
-        break;
+        return generateFromInterfaces(found);
     default:
         generateFromDeviceList(found);
-        break;
+        return KELA_OK;
     }
 }
 
-void CDevicesEnum::generateFromHandles(FoundDevices &found)
+unsigned int CDevicesEnum::generateFromHandles(FoundDevices &found)
 {
     if (!m_deviceAccess) {
-        return;
+        return KELA_OK;
     }
     QMap<unsigned int, void *> queued;
     {
@@ -122,6 +126,8 @@ void CDevicesEnum::generateFromHandles(FoundDevices &found)
         });
         if (result == KELA_OK) {
             mergeGenTLDevices(list, found);
+        } else if (result == KELA_ERROR_CANCELLED) {
+            return result;
         }
     }
     // The devices of interfaces that were not asked this time stay as they are.
@@ -132,12 +138,13 @@ void CDevicesEnum::generateFromHandles(FoundDevices &found)
             mergeGenTLDevice(record, found);
         }
     }
+    return KELA_OK;
 }
 
-void CDevicesEnum::generateFromInterfaces(FoundDevices &found)
+unsigned int CDevicesEnum::generateFromInterfaces(FoundDevices &found)
 {
     if (!m_deviceAccess) {
-        return;
+        return KELA_OK;
     }
     QVector<KELA_GENTL_IF_INFO> interfaces;
     {
@@ -146,10 +153,14 @@ void CDevicesEnum::generateFromInterfaces(FoundDevices &found)
     }
     for (KELA_GENTL_IF_INFO &interface : interfaces) {
         KELA_DEVICE_INFO_LIST list = {};
-        if (m_deviceAccess->EnumDevicesByGenTL(&interface, &list) == KELA_OK) {
+        const unsigned int result = m_deviceAccess->EnumDevicesByGenTL(&interface, &list);
+        if (result == KELA_OK) {
             mergeGenTLDevices(list, found);
+        } else if (result == KELA_ERROR_CANCELLED) {
+            return result;
         }
     }
+    return KELA_OK;
 }
 
 void CDevicesEnum::generateFromDeviceList(FoundDevices &found)

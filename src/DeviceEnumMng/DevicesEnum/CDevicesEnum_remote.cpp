@@ -107,7 +107,7 @@ bool CDevicesEnum::isBeingTakenBack(const KELA_STRUCT_DEVICE_INFO &record) const
     return record.remote != 0 && findById(m_remoteDevices, record.deviceId) == m_remoteDevices.end();
 }
 
-void CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds)
+unsigned int CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds)
 {
     QVector<KELA_STRUCT_DEVICE_INFO> devices;
     {
@@ -120,39 +120,57 @@ void CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &
             continue;
         }
         seenIds.insert(device.deviceId);
-        if (!refreshRemoteDevice(device)) {
+        const unsigned int result = refreshRemoteDevice(device);
+        if (result == KELA_ERROR_CANCELLED) {
+            return result;
+        }
+        if (result != KELA_OK) {
             // The device behind a vanished one is passed over in this pass, on purpose.
             ++index;
         }
     }
+    return KELA_OK;
 }
 
-bool CDevicesEnum::refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before)
+// 0 too when the owner took the device back meanwhile.
+unsigned int CDevicesEnum::refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before)
 {
     KELA_STRUCT_DEVICE_INFO record = before;
-    const bool hasAnswered = GetRemoteDevice(record);
+    const unsigned int result = askRemote(record);
+    if (result == KELA_ERROR_CANCELLED) {
+        return result;
+    }
+    const bool hasAnswered = result == KELA_OK;
     if (hasAnswered) {
         record.deviceState = static_cast<int32_t>(GetDevState(record));
+    } else {
+        record = before;
     }
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        const auto listed = findById(m_remoteDevices, before.deviceId);
-        if (listed == m_remoteDevices.end()) {
-            return true;
-        }
-        if (hasAnswered) {
-            *listed = record;
-        } else {
-            m_remoteDevices.erase(listed);
-        }
+    if (!keepRemoteDevice(record, hasAnswered)) {
+        return KELA_OK;
     }
     if (hasAnswered) {
         m_cameraIds.updateDeviceInfo(record.deviceId, record);
         sendEvent(nullptr, &record, KELA_INTERFACE_STATE_DEVICE_UPDATED);
     } else {
-        record = before;
         sendEvent(nullptr, &record, KELA_INTERFACE_STATE_DEVICE_REMOVED);
         m_cameraIds.deleteDeviceID(record.deviceId);
     }
-    return hasAnswered;
+    return result;
+}
+
+// False when it is listed no more.
+bool CDevicesEnum::keepRemoteDevice(const KELA_STRUCT_DEVICE_INFO &record, bool hasAnswered)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto listed = findById(m_remoteDevices, record.deviceId);
+    if (listed == m_remoteDevices.end()) {
+        return false;
+    }
+    if (hasAnswered) {
+        *listed = record;
+    } else {
+        m_remoteDevices.erase(listed);
+    }
+    return true;
 }

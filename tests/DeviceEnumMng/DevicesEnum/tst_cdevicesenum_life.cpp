@@ -8,6 +8,7 @@
 
 #include "BusyEnumerator.h"
 #include "EventRecorder.h"
+#include "ProducerUnderTest.h"
 
 #include <QDeadlineTimer>
 #include <QThreadPool>
@@ -57,6 +58,8 @@ private Q_SLOTS:
     void destructionWaitsForThePassUnderWay();
     void destructionCancelsAHangingEnumeration();
     void destructionCancelsAHangingQuestionToARemoteDevice();
+    void stoppedGenTLPassReportsNothingGone_data();
+    void stoppedGenTLPassReportsNothingGone();
     void noCallbackAfterDestruction();
     void enumeratorsToldToStopEndTogether();
     void stoppedEnumeratorBeginsNoFurtherPass();
@@ -161,6 +164,39 @@ void tst_CDevicesEnum_life::destructionCancelsAHangingQuestionToARemoteDevice()
     enumerator.reset();
 
     QCOMPARE(scriptedAccess().objectCount(), 0);
+    // It did not answer, but nobody waited for its answer either.
+    QCOMPARE(recorder.take(), QStringList({"new R1", "begin", "end 9000000a"}));
+}
+
+void tst_CDevicesEnum_life::stoppedGenTLPassReportsNothingGone_data()
+{
+    QTest::addColumn<int>("transport");
+    QTest::addColumn<int>("hanging");
+    QTest::addColumn<QStringList>("events");
+    const QStringList nothing{"begin", "end 9000000a"};
+    const QStringList interfaceSeen{"begin", "interface updated if0", "end 9000000a"};
+
+    QTest::newRow("interfaces") << 16 << int(Operation::EnumInterfacesByGenTL) << nothing;
+    QTest::newRow("devices by handle") << 16 << int(Operation::EnumDevicesByGenTLEx) << interfaceSeen;
+    QTest::newRow("devices by record") << 32 << int(Operation::EnumDevicesByGenTL) << interfaceSeen;
+}
+
+void tst_CDevicesEnum_life::stoppedGenTLPassReportsNothingGone()
+{
+    QFETCH(int, transport);
+    QFETCH(int, hanging);
+    QFETCH(QStringList, events);
+    ProducerUnderTest test(static_cast<KELA_INTERFACE_TYPE>(transport));
+    test.open("if0");
+    QCOMPARE(test.pass(), QStringList({"interface new if0", "new G1"}));
+    scriptedAccess().stall(static_cast<Operation>(hanging));
+    test.enumerator.UpdateOnce(true, true);
+    QVERIFY(scriptedAccess().waitUntilStalled());
+
+    test.enumerator.Stop();
+
+    QVERIFY(test.recorder.waitForEnds(1));
+    QCOMPARE(test.recorder.take(), events);
 }
 
 void tst_CDevicesEnum_life::noCallbackAfterDestruction()
