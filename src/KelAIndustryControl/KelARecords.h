@@ -237,10 +237,10 @@ typedef struct _KELA_STRUCT_DEVICE_INFO_ {
 typedef struct _KELA_INTERFACE_INFO_ {
     uint32_t interfaceType; ///< 4 USB controller, 16 GenTL interface, else the network card's enumerator
     union {
+        uint8_t bytes[3288]; ///< first, since "= {}" is sure to zero the first member only
         KELA_NETWORK network;
         KELA_USBCONTROLLER_INFO usbController;
         KELA_GENTL_IF_INFO genTLInterface;
-        uint8_t bytes[3288];
     } special; ///< read the member that interfaceType names
 } KELA_INTERFACE_INFO;
 

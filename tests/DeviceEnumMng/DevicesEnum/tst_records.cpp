@@ -8,6 +8,9 @@
 #include <QByteArray>
 #include <QtTest>
 
+#include <cstring>
+#include <new>
+
 namespace
 {
 
@@ -111,6 +114,7 @@ private Q_SLOTS:
     void usbControllerHasItsGoldenBytes();
     void genTLInterfaceHasItsGoldenBytes();
     void interfaceEventHasItsGoldenBytes();
+    void emptyInterfaceEventIsZeroToItsLastByte();
     void filterHasItsGoldenBytes();
     void nodeValueHasItsGoldenBytes();
     void fullFieldEndsAtItsLastByte();
@@ -264,6 +268,17 @@ void tst_Records::interfaceEventHasItsGoldenBytes()
     GoldenBytes golden(3292);
     golden.number(0, 16).block(4, goldenInterface());
     QCOMPARE(bytesOf(event), golden.bytes());
+}
+
+void tst_Records::emptyInterfaceEventIsZeroToItsLastByte()
+{
+    alignas(KELA_INTERFACE_INFO) unsigned char memory[sizeof(KELA_INTERFACE_INFO)];
+    std::memset(memory, 0xFF, sizeof(memory));
+
+    // The network card in the union is shorter than the GenTL interface: the rest is to be zeroed too.
+    auto *const event = new (memory) KELA_INTERFACE_INFO{};
+
+    QCOMPARE(bytesOf(*event), GoldenBytes(3292).bytes());
 }
 
 void tst_Records::filterHasItsGoldenBytes()
