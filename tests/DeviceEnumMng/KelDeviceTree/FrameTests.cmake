@@ -3,6 +3,8 @@
 add_library(TreeFixture STATIC
     BridgeTest.cpp
     BridgeTest.h
+    CameraTest.cpp
+    CameraTest.h
     TreeFixture.cpp
     TreeFixture.h
     TreeTest.cpp
@@ -17,7 +19,10 @@ kel_qt_settings(TreeFixture)
 kel_compile_settings(TreeFixture)
 
 foreach(subject
-    keldevicetree_cameras
+    keldevicetree_cameras_creation
+    keldevicetree_cameras_deletion
+    keldevicetree_cameras_states
+    keldevicetree_cameras_updates
     keldevicetree_containers
     keldevicetree_frame
     keldevicetreeindex

@@ -13,3 +13,11 @@ void TreeTest::cleanup()
 {
     m_tree.reset();
 }
+
+QTreeWidgetItem *TreeTest::addHostsGroup(KelDeviceTree::ItemType type)
+{
+    auto *group = new QTreeWidgetItem(m_tree.get());
+    group->setData(0, KelDeviceTree::ItemTypeRole, type);
+    group->setData(0, KelDeviceTree::ItemIdRole, -1);
+    return group;
+}

@@ -22,6 +22,8 @@ protected:
     QTreeWidgetItem *usb() { return m_tree->findItem(KelDeviceTree::ItemUSBRoot, -1); }
     QTreeWidgetItem *genTL() { return m_tree->findItem(KelDeviceTree::ItemGenTLRoot, -1); }
     KelDeviceTreePrivate &inside() { return privateOf(*m_tree); }
+    /// Adds a group as a host does: the tree itself makes none of this kind.
+    QTreeWidgetItem *addHostsGroup(KelDeviceTree::ItemType type);
 
     std::unique_ptr<KelDeviceTree> m_tree;
 };
