@@ -23,7 +23,11 @@ foreach(subject
     keldevicetree_cameras_deletion
     keldevicetree_cameras_states
     keldevicetree_cameras_updates
-    keldevicetree_containers
+    keldevicetree_containers_cards
+    keldevicetree_containers_controllers
+    keldevicetree_containers_events
+    keldevicetree_containers_interfaces
+    keldevicetree_containers_parents
     keldevicetree_frame
     keldevicetreeindex
 )
