@@ -56,6 +56,8 @@ private Q_SLOTS:
     void multicastStreamGivesItsOwnState();
     void streamTo240IsPlainUse();
     void multicastTestWritesDestinationAndPort();
+    void multicastTestEndsWhenTheStatusIsNotTold();
+    void multicastTestWithoutDeviceAccessAsksNobody();
     void multicastTestUsesTheGivenCallsInOrder();
     void multicastTestDisconnectsWhateverFails_data();
     void multicastTestDisconnectsWhateverFails();
@@ -273,6 +275,31 @@ void tst_CDevicesEnum_state::multicastTestWritesDestinationAndPort()
 
     QCOMPARE(record.deviceInfo.special.gige.streamDestination, ipv4(192, 168, 10, 9));
     QCOMPARE(record.deviceInfo.special.gige.streamHostPort, 50000U);
+}
+
+void tst_CDevicesEnum_state::multicastTestEndsWhenTheStatusIsNotTold()
+{
+    CDevicesEnum enumerator;
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    KELA_STRUCT_DEVICE_INFO record = plugged(gigeCamera("A1"));
+    scriptedAccess().holdAndStream("A1", ipv4(239, 1, 2, 3), 50000);
+    scriptedAccess().fail(KELA_ERROR_TIMEOUT, Operation::GetMulticastStatus, "A1");
+
+    QVERIFY(!enumerator.IsMultiOpened(record));
+
+    QCOMPARE(scriptedAccess().calls().size(), std::size_t(1));
+    QCOMPARE(scriptedAccess().objectCount(), 1);
+}
+
+void tst_CDevicesEnum_state::multicastTestWithoutDeviceAccessAsksNobody()
+{
+    CDevicesEnum enumerator;
+    KELA_STRUCT_DEVICE_INFO record = plugged(gigeCamera("A1"));
+    scriptedAccess().holdAndStream("A1", ipv4(239, 1, 2, 3), 50000);
+
+    QVERIFY(!enumerator.IsMultiOpened(record));
+
+    QCOMPARE(scriptedAccess().calls().size(), std::size_t(0));
 }
 
 void tst_CDevicesEnum_state::multicastTestUsesTheGivenCallsInOrder()

@@ -338,6 +338,7 @@ uint32_t Script::interfacesOf(ScriptedObject &object, const std::string &path, K
         return KELA_ERROR_PRODUCER_MISSING;
     }
     object.unloadedProducers.erase(path);
+    object.usedProducers.insert(path);
     std::vector<KELA_GENTL_IF_INFO> &interfaces = object.interfacesByProducer[path];
     interfaces = producer->second;
     fillList(list, list.interfaces, interfaces);
@@ -349,6 +350,9 @@ uint32_t Script::devicesOfInterface(ScriptedObject &object, std::string_view ide
                                     KELA_DEVICE_INFO_LIST &list)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    if (isUnloaded(object, identifier, number)) {
+        return KELA_ERROR_HANDLE;
+    }
     std::vector<KELA_DEVICE_INFO_EX> &devices =
         object.devicesByInterface[std::string(identifier) + '#' + std::to_string(number)];
     devices.clear();
@@ -362,6 +366,24 @@ uint32_t Script::devicesOfInterface(ScriptedObject &object, std::string_view ide
     fillList(list, list.devices, devices);
     list.count = claimed(list.count);
     return KELA_OK;
+}
+
+// Producers may share an interface; it is there as long as one of them is.
+bool Script::isUnloaded(const ScriptedObject &object, std::string_view identifier, uint32_t number) const
+{
+    bool isGone = false;
+    for (const auto &producer : m_producers) {
+        const bool hasInterface =
+            std::any_of(producer.second.cbegin(), producer.second.cend(),
+                        [identifier, number](const KELA_GENTL_IF_INFO &interface) {
+                            return fixedText(interface.identifier) == identifier && interface.number == number;
+                        });
+        if (hasInterface && object.unloadedProducers.count(producer.first) == 0) {
+            return false;
+        }
+        isGone = isGone || hasInterface;
+    }
+    return isGone;
 }
 
 uint32_t Script::devicesOfHandle(ScriptedObject &object, void *handle, KELA_DEVICE_INFO_LIST &list)
@@ -378,10 +400,11 @@ uint32_t Script::devicesOfHandle(ScriptedObject &object, void *handle, KELA_DEVI
     return devicesOfInterface(object, interface.identifier, interface.number, list);
 }
 
-void Script::unload(ScriptedObject &object, const std::string &path)
+uint32_t Script::unload(ScriptedObject &object, const std::string &path)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     object.unloadedProducers.insert(path);
+    return object.usedProducers.erase(path) != 0 ? KELA_OK : KELA_ERROR_CALL_ORDER;
 }
 
 void Script::cancel(ScriptedObject &object)
@@ -396,6 +419,9 @@ uint32_t Script::connect(ScriptedObject &object, uint32_t mode)
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (object.chosenSerial.empty() || object.isConnected) {
         return KELA_ERROR_CALL_ORDER;
+    }
+    if (m_pluggedSerials.count(object.chosenSerial) == 0) {
+        return KELA_ERROR_TIMEOUT;
     }
     if (mode != KELA_ACCESS_MONITOR && !m_held.insert(object.chosenSerial).second) {
         return KELA_ERROR_IN_USE;
@@ -447,10 +473,12 @@ uint32_t Script::isAccessible(const KELA_DEVICE_INFO_EX &device, uint32_t mode, 
     return KELA_OK;
 }
 
-bool Script::isStreaming(const KELA_DEVICE_INFO_EX &device) const
+uint32_t Script::multicastStatus(const KELA_DEVICE_INFO_EX &device, bool &on) const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_streaming.count(serialOf(device)) != 0;
+    const std::string serial = serialOf(device);
+    on = m_streaming.count(serial) != 0;
+    return m_pluggedSerials.count(serial) != 0 ? KELA_OK : KELA_ERROR_TIMEOUT;
 }
 
 uint32_t Script::nodeValue(const std::string &serial, const std::string &node, int64_t &value) const

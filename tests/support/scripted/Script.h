@@ -17,6 +17,7 @@ struct ScriptedObject {
     bool isConnected = false;
     bool isHolder = false; ///< of the chosen device
     std::string chosenSerial;
+    std::set<std::string> usedProducers;
     std::set<std::string> unloadedProducers;
     std::vector<KELA_DEVICE_INFO_EX> devices;
     std::map<std::string, std::vector<KELA_DEVICE_INFO_EX>> devicesByInterface;
@@ -68,13 +69,13 @@ public:
     uint32_t devicesOfInterface(ScriptedObject &object, std::string_view identifier, uint32_t number,
                                 KELA_DEVICE_INFO_LIST &list);
     uint32_t devicesOfHandle(ScriptedObject &object, void *handle, KELA_DEVICE_INFO_LIST &list);
-    void unload(ScriptedObject &object, const std::string &path);
+    uint32_t unload(ScriptedObject &object, const std::string &path);
     void cancel(ScriptedObject &object);
     uint32_t connect(ScriptedObject &object, uint32_t mode);
     uint32_t disconnect(ScriptedObject &object);
     uint32_t askDevice(KELA_DEVICE_INFO_EX &device) const;
     uint32_t isAccessible(const KELA_DEVICE_INFO_EX &device, uint32_t mode, bool &accessible) const;
-    bool isStreaming(const KELA_DEVICE_INFO_EX &device) const;
+    uint32_t multicastStatus(const KELA_DEVICE_INFO_EX &device, bool &on) const;
     uint32_t nodeValue(const std::string &serial, const std::string &node, int64_t &value) const;
     bool closeInterface(void *handle);
 
@@ -93,6 +94,7 @@ private:
     using Subject = std::pair<Operation, std::string>;
 
     bool isStalled(const Subject &subject) const;
+    bool isUnloaded(const ScriptedObject &object, std::string_view identifier, uint32_t number) const;
     uint32_t takeFault(const Subject &subject);
     uint32_t claimed(std::size_t count) const;
 

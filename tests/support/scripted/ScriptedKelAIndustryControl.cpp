@@ -85,8 +85,8 @@ unsigned int KelAIndustryControl::UnloadGenTLLibrary(const char *strCtiPath)
 {
     Script &script = Script::instance();
     const uint32_t fault = script.enter(m_impl->object, Operation::UnloadGenTLLibrary, pathOf(strCtiPath));
-    script.unload(m_impl->object, std::string(pathOf(strCtiPath)));
-    return fault;
+    const uint32_t result = script.unload(m_impl->object, std::string(pathOf(strCtiPath)));
+    return fault != KELA_OK ? fault : result;
 }
 
 unsigned int KelAIndustryControl::Init(KELA_DEVICE_INFO_EX *pInfo, bool bReserved)
@@ -116,12 +116,10 @@ unsigned int KelAIndustryControl::IsDeviceAccessible(KELA_DEVICE_INFO_EX *pInfo,
 unsigned int KelAIndustryControl::GetMulticastStatus(KELA_DEVICE_INFO_EX *pInfo, bool *pbOn)
 {
     Script &script = Script::instance();
-    *pbOn = false;
     const uint32_t fault = script.enter(m_impl->object, Operation::GetMulticastStatus, serialOf(pInfo));
-    if (fault == KELA_OK) {
-        *pbOn = script.isStreaming(*pInfo);
-    }
-    return fault;
+    // A caller that does not look at the result is to meet the wrong status.
+    const uint32_t result = script.multicastStatus(*pInfo, *pbOn);
+    return fault != KELA_OK ? fault : result;
 }
 
 unsigned int KelAIndustryControl::Connect(unsigned int nAccessMode)
