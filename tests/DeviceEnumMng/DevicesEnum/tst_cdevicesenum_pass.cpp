@@ -29,6 +29,7 @@ private Q_SLOTS:
     void deviceEventsCarryNoInterface();
     void recordIsZeroBesidesWhatThePassKnows();
     void reservedBytesOfADeviceTravelUnchanged();
+    void deviceWithoutCardHasOnlyTheCardValueInItsNetworkBlock_data();
     void deviceWithoutCardHasOnlyTheCardValueInItsNetworkBlock();
     void deviceThatNamesNoTransportBecomesGigEWithoutNetworkBlock();
     void deviceThatNamesNoTransportStaysSoWithoutTheFlag();
@@ -216,13 +217,24 @@ void tst_CDevicesEnum_pass::reservedBytesOfADeviceTravelUnchanged()
     QCOMPARE(std::memcmp(&record.deviceInfo, &device, sizeof(device)), 0);
 }
 
+void tst_CDevicesEnum_pass::deviceWithoutCardHasOnlyTheCardValueInItsNetworkBlock_data()
+{
+    QTest::addColumn<int>("transport");
+    QTest::newRow("GigE") << 1;
+    QTest::newRow("network") << 128;
+    QTest::newRow("GigE variant") << 256;
+}
+
 void tst_CDevicesEnum_pass::deviceWithoutCardHasOnlyTheCardValueInItsNetworkBlock()
 {
+    QFETCH(int, transport);
     EventRecorder recorder;
     CDevicesEnum enumerator;
     recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    scriptedAccess().plug(gigeCamera("A1"));
+    enumerator.Init(static_cast<KELA_INTERFACE_TYPE>(transport), false);
+    KELA_DEVICE_INFO_EX device = gigeCamera("A1");
+    device.transport = static_cast<uint32_t>(transport);
+    scriptedAccess().plug(device);
 
     enumerator.EnumDevices();
 
