@@ -5,7 +5,7 @@
 #include <string>
 
 /// The world of cameras that the contract tests steer: a script, or simulated cameras on a network. Cameras
-/// stand at 192.168.10.x/24; the host's card has 192.168.10.1.
+/// stand at 192.168.10.x/24, those with a number above 255 behind it; the host's card has 192.168.10.1.
 class ContractWorld
 {
 public:
@@ -13,7 +13,7 @@ public:
     virtual void reset() = 0;
 
     /// A camera of the vendor "Contract Vision", model "CV-1", version "2.1".
-    virtual void plug(const std::string &serial, uint32_t lastOctet) = 0;
+    virtual void plug(const std::string &serial, uint32_t number) = 0;
     virtual void unplug(const std::string &serial) = 0;
 
     /// Another program takes control, and lets go.

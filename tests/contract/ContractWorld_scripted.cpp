@@ -12,9 +12,10 @@ class ScriptedWorld final : public ContractWorld
 public:
     void reset() override { scriptedAccess().reset(); }
 
-    void plug(const std::string &serial, uint32_t lastOctet) override
+    void plug(const std::string &serial, uint32_t number) override
     {
-        KELA_DEVICE_INFO_EX camera = gigeCamera(serial, lastOctet);
+        KELA_DEVICE_INFO_EX camera = gigeCamera(serial, number % 256);
+        camera.special.gige.currentIp += number / 256 * 256;
         setField(camera.modelName, "CV-1");
         setField(camera.secondName, "2.1");
         setField(camera.special.gige.manufacturerName, "Contract Vision");

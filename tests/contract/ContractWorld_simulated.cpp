@@ -25,9 +25,10 @@ public:
         }
     }
 
-    void plug(const std::string &serial, uint32_t lastOctet) override
+    void plug(const std::string &serial, uint32_t number) override
     {
-        const std::string address = "192.168.10." + std::to_string(lastOctet);
+        const std::string address =
+            "192.168." + std::to_string(10 + number / 256) + "." + std::to_string(number % 256);
         if (m_known.insert(serial).second) {
             tell("camera " + serial + " card=wire-cam0 plugged=no version=2.1 vendor=\"Contract Vision\" " +
                  "model=CV-1 address=" + address + "/24");

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <future>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,7 @@ namespace
 constexpr uint32_t kHost = 0xC0A80A01;
 constexpr uint32_t kGroup = 0xEF010203;
 constexpr uint16_t kPort = 5400;
+constexpr auto kCancelled = static_cast<uint32_t>(KELA_ERROR_CANCELLED);
 
 class DeviceAccessContract : public testing::Test
 {
@@ -273,6 +276,20 @@ TEST_F(DeviceAccessContract, connectionEndsWithItsObject)
     EXPECT_TRUE(isAccessible(onlyCamera(), KELA_ACCESS_CONTROL));
 }
 
+TEST_F(DeviceAccessContract, cameraThatIsGoneTellsNothingAndIsNotConnectedTo)
+{
+    contractWorld().plug("A1", 21);
+    KELA_DEVICE_INFO_EX camera = onlyCamera();
+    contractWorld().unplug("A1");
+    enumerate(access);
+    bool on = false;
+
+    EXPECT_NE(access.GetMulticastStatus(&camera, &on), KELA_OK);
+    EXPECT_EQ(access.Init(&camera, false), KELA_OK);
+    EXPECT_NE(access.Connect(KELA_ACCESS_MONITOR), KELA_OK);
+    EXPECT_NE(access.Connect(KELA_ACCESS_CONTROL), KELA_OK);
+}
+
 TEST_F(DeviceAccessContract, cameraThatIsThereDescribesItselfAgain)
 {
     contractWorld().plug("A1", 21);
@@ -305,6 +322,44 @@ TEST_F(DeviceAccessContract, cancelledObjectEnumeratesNoMore)
     EXPECT_EQ(serials(access), Strings{"A1"});
 }
 
+TEST_F(DeviceAccessContract, cancelledObjectWaitsForNobody)
+{
+    contractWorld().plug("A1", 21);
+    KELA_DEVICE_INFO_EX camera = onlyCamera();
+    KelAIndustryControl cancelled;
+    cancelled.CancelEnum();
+    KELA_GENTL_IF_INFO_LIST interfaces = {};
+    bool answer = true;
+
+    EXPECT_EQ(cancelled.GetDeviceInfo(&camera), kCancelled);
+    EXPECT_EQ(cancelled.IsDeviceAccessible(&camera, KELA_ACCESS_CONTROL, &answer), kCancelled);
+    EXPECT_FALSE(answer);
+    EXPECT_EQ(cancelled.GetMulticastStatus(&camera, &answer), kCancelled);
+    EXPECT_EQ(cancelled.EnumInterfacesByGenTL(&interfaces, "/no/such.cti"), kCancelled);
+}
+
+TEST_F(DeviceAccessContract, enumerationEndsWhenAnotherThreadCancelsIt)
+{
+    contractWorld().plug("A1", 21);
+    KelAIndustryControl cancelled;
+    std::promise<void> isRunning;
+    std::future<uint32_t> result = std::async(std::launch::async, [&cancelled, &isRunning] {
+        isRunning.set_value();
+        uint32_t code = KELA_OK;
+        while (code == KELA_OK) {
+            KELA_DEVICE_INFO_LIST list = {};
+            code = cancelled.EnumDevices(KELA_INTERFACE_TYPE_GIGE, &list, false);
+        }
+        return code;
+    });
+    isRunning.get_future().wait();
+
+    cancelled.CancelEnum();
+
+    EXPECT_EQ(result.get(), kCancelled);
+    EXPECT_EQ(serials(access), Strings{"A1"});
+}
+
 TEST_F(DeviceAccessContract, unknownInterfaceHandleIsRefusedAndNotTouched)
 {
     KELA_DEVICE_INFO_LIST list = {};
@@ -325,6 +380,20 @@ TEST_F(DeviceAccessContract, acknowledgeModesFindTheCamerasOfTheSubnet)
 
     EXPECT_EQ(unicast, Strings{"A1"});
     EXPECT_EQ(serials(access), Strings{"A1"});
+}
+
+// The last case: a simulated camera stays known to its simulator.
+TEST_F(DeviceAccessContract, listHolds256CamerasAndNoMore)
+{
+    for (uint32_t i = 0; i < 260; ++i) {
+        contractWorld().plug("M" + std::to_string(i), i < 200 ? 40 + i : 100 + i);
+    }
+
+    const Strings found = serials(access);
+
+    EXPECT_EQ(found.size(), 256U);
+    EXPECT_EQ(std::set<std::string>(found.begin(), found.end()).size(), 256U);
+    EXPECT_EQ(serials(access), found);
 }
 
 } // namespace
