@@ -28,6 +28,13 @@ struct KelAIndustryControl::Impl {
     std::optional<KELA_DEVICE_INFO_EX> chosen;
     std::unique_ptr<DeviceSession> session;
 
+    /// The store of a producer; it stays where it is while the object lives.
+    RecordStore<KELA_GENTL_IF_INFO> &interfacesOf(const std::string &producer)
+    {
+        const std::lock_guard lock(interfacesMutex);
+        return interfaces[producer];
+    }
+
     /// A record whose transport is not told is met as a GigE Vision one.
     TransportBackend *backendOf(const KELA_DEVICE_INFO_EX &info)
     {
@@ -122,9 +129,8 @@ unsigned int KelAIndustryControl::EnumInterfacesByGenTL(KELA_GENTL_IF_INFO_LIST 
         const unsigned int result = backend->interfaces(strCtiPath, found);
         if (result != KELA_OK)
             return result;
-        const std::lock_guard lock(m_impl->interfacesMutex);
-        m_impl->interfaces[strCtiPath].give(std::move(found), pList->interfaces, pList->count,
-                                            "GenTL interfaces");
+        m_impl->interfacesOf(strCtiPath)
+            .give(std::move(found), pList->interfaces, pList->count, "GenTL interfaces");
         return KELA_OK;
     });
 }

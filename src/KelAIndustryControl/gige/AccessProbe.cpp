@@ -81,8 +81,8 @@ void AccessProbe::onRefused(std::uint16_t status)
     m_hasAnswered = true;
     if (m_step == Step::Privilege)
         m_value.kind = status == kStatusAccessDenied ? AccessValue::Kind::Denied : AccessValue::Kind::NoAnswer;
-    // A camera that refuses its capability register tells nothing of the optional ones.
-    if (m_step == Step::Capability)
+    // A camera without its capability register tells nothing of the optional ones; one that is busy may later.
+    if (m_step == Step::Capability && status != kStatusBusy)
         m_capability = 0;
     advance();
 }

@@ -56,8 +56,12 @@ unsigned int ControlSession::takePrivilege(unsigned int accessMode)
     const unsigned int written = m_client.writeRegister(kRegisterControlPrivilege, wanted, kSessionPlan);
     std::uint32_t privilege = 0;
     const unsigned int read = m_client.readRegister(kRegisterControlPrivilege, privilege, kSessionPlan);
-    if (written == KELA_ERROR_TIMEOUT && read == KELA_OK && (privilege & kPrivilegeMask) != 0)
-        return KELA_ERROR_IN_USE; // some devices refuse by saying nothing
+    if (written == KELA_ERROR_TIMEOUT && read == KELA_OK && (privilege & kPrivilegeMask) != 0) {
+        // Some devices refuse by saying nothing. Or the answers were lost and the camera is ours: it is given
+        // back then; from anybody else's hands it does not let this take it.
+        m_client.writeAndForget(kRegisterControlPrivilege, 0);
+        return KELA_ERROR_IN_USE;
+    }
     if (written != KELA_OK)
         return written;
     m_privilege = wanted;

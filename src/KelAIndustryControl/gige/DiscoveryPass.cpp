@@ -106,8 +106,11 @@ void DiscoveryPass::onDatagram(const Arrival &arrival, const Card *card)
         refuse(arrival, "shorter than it says");
     } else if (acknowledge->code == acknowledgeOf(kDiscoveryCommand)) {
         onDiscoveryAnswer(arrival, *acknowledge, card);
-    } else {
+    } else if (acknowledge->code == acknowledgeOf(kReadRegisterCommand) ||
+               acknowledge->code == kPendingAcknowledge) {
         onRegisterAnswer(arrival, *acknowledge);
+    } else {
+        refuse(arrival, "has an unknown code");
     }
 }
 

@@ -16,7 +16,45 @@ namespace
 
 using GigeBadInput = GigeBed;
 
+struct Fault {
+    const char *name;
+    void (*spoil)(Datagram &bytes);
+};
+
+constexpr Fault kFaults[] = {
+    {"cutInItsHead", [](Datagram &bytes) { bytes.resize(4); }},
+    {"cutOneByteShort", [](Datagram &bytes) { bytes.resize(8 + 247); }},
+    {"longerThanItSays", [](Datagram &bytes) { bytes[5] = 0x10; }},
+    {"shorterThanItSays", [](Datagram &bytes) { bytes[4] = 0xFF; }},
+    {"anError", [](Datagram &bytes) { bytes[0] = 0x80; }},
+    {"ofAnotherRequest", [](Datagram &bytes) { bytes[7] = static_cast<std::uint8_t>(bytes[7] + 99); }},
+    {"withoutACode", [](Datagram &bytes) { bytes[2] = bytes[3] = 0x00; }},
+    {"withTheCommandsCode", [](Datagram &bytes) { bytes[3] = 0x02; }},
+    {"withAnotherCommandsCode", [](Datagram &bytes) { bytes[3] = 0x05; }},
+    {"withAnUnknownCode", [](Datagram &bytes) { bytes[2] = bytes[3] = 0xFF; }},
+};
+
+struct SpoiltAnswer : GigeBed, ::testing::WithParamInterface<Fault> {
+};
+
 } // namespace
+
+TEST_P(SpoiltAnswer, leavesOneLineAndNoRow)
+{
+    cameras->add(smallCamera(2), "c0");
+    SmallCamera camera = smallCamera(3);
+    camera.spoil = GetParam().spoil;
+    cameras->add(camera, "c0");
+
+    for (int pass = 0; pass < 3; ++pass) {
+        ASSERT_EQ(enumerate(), 0U);
+        EXPECT_EQ(serials(), std::set<std::string>{"SN2"});
+    }
+    EXPECT_EQ(log.count("gige: refused"), 1) << log.all();
+}
+
+INSTANTIATE_TEST_SUITE_P(Gige, SpoiltAnswer, ::testing::ValuesIn(kFaults),
+                         [](const auto &fault) { return std::string(fault.param.name); });
 
 TEST_F(GigeBadInput, duplicateAnswersAreOneCameraAndNoSignOfLife)
 {
@@ -52,19 +90,11 @@ TEST_F(GigeBadInput, cameraThatDiesBeforeTheAccessQuestionIsListedWithoutDelayAt
 
 TEST_F(GigeBadInput, spoiltAnswersAreRefusedWithOneLineAndTheRestOfThePassGoesOn)
 {
-    const std::vector<std::function<void(Datagram &)>> faults = {
-        [](Datagram &bytes) { bytes.resize(4); },
-        [](Datagram &bytes) { bytes.resize(8 + 247); },
-        [](Datagram &bytes) { bytes[4] = 0xFF; },
-        [](Datagram &bytes) { bytes[5] = 0x10; },
-        [](Datagram &bytes) { bytes[0] = 0x80; },
-        [](Datagram &bytes) { bytes[7] = static_cast<std::uint8_t>(bytes[7] + 99); },
-    };
     cameras->add(smallCamera(2), "c0");
     unsigned int number = 3;
-    for (const auto &fault : faults) {
+    for (const Fault &fault : kFaults) {
         SmallCamera camera = smallCamera(number++);
-        camera.spoil = fault;
+        camera.spoil = fault.spoil;
         cameras->add(camera, "c0");
     }
     for (int pass = 0; pass < 3; ++pass) {
