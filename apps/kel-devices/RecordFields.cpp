@@ -56,6 +56,8 @@ QString userNameText(const KELA_DEVICE_INFO_EX &info)
         return fieldText(info.special.gige.userDefinedName);
     case KELA_INTERFACE_TYPE_USB:
         return fieldText(info.special.usb.userDefinedName);
+    case KELA_INTERFACE_TYPE_CAMERALINK:
+        return fieldText(info.special.cameraLink.userDefinedName);
     case KELA_INTERFACE_TYPE_GENTL:
     case KELA_INTERFACE_TYPE_GENTL_INTERFACE:
         return fieldText(info.special.genTL.userDefinedName);

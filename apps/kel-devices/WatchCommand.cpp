@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace
 {
 
@@ -17,6 +19,8 @@ constexpr std::chrono::milliseconds kPassInterval{1000};
 WatchCommand::WatchCommand(const Options &options)
     : m_options(options)
     , m_enumerations(options)
+    // Only a person reads the plain form; a program gets what it can read without asking for it.
+    , m_isJson(options.isJson || isatty(STDOUT_FILENO) == 0)
 {
     connect(&m_enumerations, &Enumerations::happened, this, &WatchCommand::onEvent);
     connect(&m_passes, &QTimer::timeout, &m_enumerations, &Enumerations::requestPasses);
@@ -42,7 +46,7 @@ void WatchCommand::onEvent(const EnumerationEvent &event)
     if (!isNews && !m_options.isEveryEvent) {
         return;
     }
-    const QByteArray line = m_options.isJson ? eventJson(event) : eventLine(event);
+    const QByteArray line = m_isJson ? eventJson(event) : eventLine(event);
     std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
     std::fflush(stdout);
 }

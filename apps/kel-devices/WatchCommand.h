@@ -28,4 +28,5 @@ private:
     Picture m_picture;
     Enumerations m_enumerations;
     QTimer m_passes;
+    bool m_isJson;
 };

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void interfacesNameTheirProducer();
     void watchRequestsNoPassWhileOneRuns();
     void watchWithATimeEnds();
+    void watchWritesJsonWhereNoTerminalReadsIt();
 };
 
 namespace
@@ -259,6 +260,21 @@ void tst_kel_devices_commands::watchWithATimeEnds()
     });
 
     QCOMPARE(status, 0);
+    QVERIFY(output.contains("\"event\":\"deviceNew\""));
+}
+
+void tst_kel_devices_commands::watchWritesJsonWhereNoTerminalReadsIt()
+{
+    scriptedAccess().plug(gigeCamera("G-1"));
+
+    const QByteArray output = stdoutOf([] {
+        WatchCommand command(
+            options({QStringLiteral("watch"), QStringLiteral("--transport"), QStringLiteral("gige"),
+                     QStringLiteral("--timeout"), QStringLiteral("200")}));
+        command.start();
+        QCoreApplication::exec();
+    });
+
     QVERIFY(output.contains("\"event\":\"deviceNew\""));
 }
 

@@ -18,6 +18,7 @@ class tst_kel_devices_output : public QObject
 private Q_SLOTS:
     void emptyListHasItsFourArrays();
     void deviceHasItsFieldsInOrder();
+    void cameraLinkDeviceHasItsUserName();
     void cardHasItsFieldsInOrder();
     void interfaceHasItsFieldsInOrder();
     void failureNamesTransportCodeAndText();
@@ -92,6 +93,15 @@ void tst_kel_devices_output::deviceHasItsFieldsInOrder()
                         "\"address\":\"192.168.10.21\",\"mask\":\"255.255.255.0\","
                         "\"hostAddress\":\"192.168.10.1\",\"cardMac\":\"02:00:00:00:00:01\","
                         "\"heldBy\":\"192.168.10.77\",\"placement\":0,\"interfaceId\":0}"));
+}
+
+void tst_kel_devices_output::cameraLinkDeviceHasItsUserName()
+{
+    KELA_STRUCT_DEVICE_INFO record = {};
+    record.deviceInfo.transport = KELA_INTERFACE_TYPE_CAMERALINK;
+    setField(record.deviceInfo.special.cameraLink.userDefinedName, "Press");
+
+    QCOMPARE(deviceFields(record).text("userName"), QStringLiteral("Press"));
 }
 
 void tst_kel_devices_output::cardHasItsFieldsInOrder()
