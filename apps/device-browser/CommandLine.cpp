@@ -133,14 +133,4 @@ std::optional<uint> parseTransports(const QString &text)
     return transports;
 }
 
-QString missingDisplay()
-{
-    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
-        if (!qEnvironmentVariableIsEmpty(variable))
-            return {};
-    }
-    return QStringLiteral("device-browser: there is no display here (DISPLAY and WAYLAND_DISPLAY are not set); "
-                          "kel-devices lists the cameras on the terminal");
-}
-
 } // namespace browser

@@ -31,7 +31,4 @@ QString usage();
 /// Reads "gige,usb,cameralink,gentl".
 std::optional<uint> parseTransports(const QString &text);
 
-/// Why no window can be shown, in one line; empty when one can.
-QString missingDisplay();
-
 } // namespace browser

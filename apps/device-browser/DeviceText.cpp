@@ -30,6 +30,8 @@ QString userDefinedName(const KELA_DEVICE_INFO_EX &device)
         return deviceText(device.special.gige.userDefinedName);
     case KELA_INTERFACE_TYPE_USB:
         return deviceText(device.special.usb.userDefinedName);
+    case KELA_INTERFACE_TYPE_CAMERALINK:
+        return deviceText(device.special.cameraLink.userDefinedName);
     case KELA_INTERFACE_TYPE_GENTL:
     case KELA_INTERFACE_TYPE_GENTL_INTERFACE:
         return deviceText(device.special.genTL.userDefinedName);

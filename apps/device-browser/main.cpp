@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CommandLine.h"
+#include "DisplayCheck.h"
 #include "MainWindow.h"
 
 #include <QApplication>

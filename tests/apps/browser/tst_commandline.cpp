@@ -19,7 +19,6 @@ private Q_SLOTS:
     void wrongArgumentsGiveOneLine_data();
     void wrongArgumentsGiveOneLine();
     void helpTellsOfEveryOption();
-    void missingDisplayIsToldInOneLine();
 };
 
 void TestCommandLine::nothingGivenIsRight()
@@ -86,17 +85,6 @@ void TestCommandLine::helpTellsOfEveryOption()
     for (const char *option :
          {"--screenshot", "--after", "--transports", "--theme", "--language", "--select", "--help"})
         QVERIFY2(usage().contains(QLatin1String(option)), option);
-}
-
-void TestCommandLine::missingDisplayIsToldInOneLine()
-{
-    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
-        qunsetenv(variable);
-    QVERIFY(!missingDisplay().isEmpty());
-    QVERIFY(!missingDisplay().contains(QLatin1Char('\n')));
-
-    qputenv("WAYLAND_DISPLAY", "wayland-0");
-    QVERIFY(missingDisplay().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestCommandLine)

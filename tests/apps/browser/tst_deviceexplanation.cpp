@@ -2,6 +2,7 @@
 #include "ContainerExplanation.h"
 #include "DeviceExplanation.h"
 #include "DeviceState.h"
+#include "DeviceText.h"
 
 #include <KelAIndustryControl/KelAErrors.h>
 
@@ -117,6 +118,7 @@ private Q_SLOTS:
     void placementAndRemoteAreTold();
     void textsFromDevicesAreNotInterpreted();
     void fullFieldsAreReadToTheirEnd();
+    void cameraLinkCameraGoesByItsOwnName();
     void everyStateHasACondition_data();
     void everyStateHasACondition();
     void connectedStateFollowsTheTransport();
@@ -466,6 +468,16 @@ void TestDeviceExplanation::camerasAreCountedByState()
     QCOMPARE(count.own, 1);
     QCOMPARE(count.unusable, 1);
     QCOMPARE(countText(count), QStringLiteral("Cameras: 5 (1 connected, 2 free, 1 in use, 1 not usable)"));
+}
+
+void TestDeviceExplanation::cameraLinkCameraGoesByItsOwnName()
+{
+    KELA_DEVICE_INFO_EX device = {};
+    device.transport = KELA_INTERFACE_TYPE_CAMERALINK;
+    put(device.special.cameraLink.userDefinedName, "Press");
+    put(device.serialNumber, "CL-1");
+
+    QCOMPARE(browser::displayName(device), QStringLiteral("Press (CL-1)"));
 }
 
 QTEST_GUILESS_MAIN(TestDeviceExplanation)
