@@ -15,6 +15,7 @@ using namespace browser;
 
 const QString BrowserTest::kEntrance = QStringLiteral("HO-20117");
 const QString BrowserTest::kConveyor = QStringLiteral("HO-20118");
+const QString BrowserTest::kInlet = QStringLiteral("HO-31001");
 const QString BrowserTest::kLabels = QStringLiteral("7714-0031");
 const QString BrowserTest::kStranger = QStringLiteral("7714-0107");
 
@@ -76,7 +77,7 @@ void BrowserTest::connectCamera(const QString &serial)
 void BrowserTest::putConveyorBehindARouter()
 {
     steeredcameras::tell({"unplug", "conveyor"});
-    QTRY_VERIFY_WITH_TIMEOUT(!row(kConveyor), 3000);
+    QTRY_VERIFY_WITH_TIMEOUT(!row(kConveyor), kLeavesWithinMs);
     steeredcameras::tell({"lose", "conveyor", "all", "broadcast"});
     steeredcameras::tell({"plug", "conveyor"});
     QTest::qWait(1500);

@@ -46,8 +46,12 @@ protected:
     /// Keeps a picture for people, where the build wants pictures.
     static void keepPicture(QWidget *widget, const QString &name);
 
+    /// A camera that was unplugged has left the tree.
+    static constexpr int kLeavesWithinMs = 3000;
+
     static const QString kEntrance;
     static const QString kConveyor;
+    static const QString kInlet;
     static const QString kLabels;
     static const QString kStranger;
 
