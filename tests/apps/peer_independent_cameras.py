@@ -9,7 +9,7 @@ sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "support"))
 import bed_network  # noqa: E402
 import bed_tests  # noqa: E402
 
-STATE_FREE, STATE_IN_USE = 1, 2
+STATE_FREE, STATE_IN_USE, STATE_UNREACHABLE = 1, 2, 3
 CAMERAS = 16
 
 
@@ -90,6 +90,62 @@ class FakeCamerasThatShareANamespace(bed_tests.BedTest):
 
         self.assertEqual([devices["SH%d" % number]["address"] for number in range(3)], addresses)
         self.assertEqual([devices["SH%d" % number]["state"] for number in range(3)], [STATE_FREE] * 3)
+
+
+class FakeCamerasBehindSeveralCards(bed_tests.BedTest):
+    """A camera of its own namespace each, as real ones are on their own boards."""
+
+    def camera(self, wire, address, serial):
+        camera = bed_network.FakeCamera(self.bed, wire, address, serial)
+        camera.give_identity()
+        return camera
+
+    def test_cameras_of_two_cards_hang_on_their_own(self):
+        self.bed.card("cam0", "192.168.50.1/24")
+        self.bed.card("cam1", "10.20.30.1/24")
+        self.camera("w-cam0", "192.168.50.11", "AF001")
+        self.camera("w-cam1", "10.20.30.12", "AF002")
+
+        listing = self.bed.list()
+
+        cards = {card["address"]: card["mac"] for card in listing["cards"]}
+        seen = {device["serial"]: (device["hostAddress"], device["cardMac"]) for device in listing["devices"]}
+        self.assertEqual(seen, {"AF001": ("192.168.50.1", cards["192.168.50.1"]),
+                                "AF002": ("10.20.30.1", cards["10.20.30.1"])})
+
+    def test_camera_that_both_cards_see_is_listed_once_through_the_card_that_fits(self):
+        self.bed.wire("w-both")
+        self.bed.plug_in(self.bed.host, "cam0", "w-both", "10.20.30.1/24")
+        self.bed.plug_in(self.bed.host, "cam1", "w-both", "192.168.50.1/24")
+        camera = self.camera("w-both", "192.168.50.11", "AF001")
+        # The other card's subnet is the neighbour's: the camera's answer finds its way to both.
+        camera.namespace.ip("route add 10.20.30.0/24 dev eth0")
+
+        device = self.devices_by_serial()["AF001"]
+
+        self.assertEqual((device["hostAddress"], device["state"]), ("192.168.50.1", STATE_FREE))
+
+    def test_each_address_of_a_card_finds_its_subnets_cameras(self):
+        self.bed.card("cam0", "192.168.50.1/24", "10.20.30.1/24")
+        self.camera("w-cam0", "192.168.50.11", "AF001")
+        self.camera("w-cam0", "10.20.30.12", "AF002")
+
+        devices = self.devices_by_serial()
+
+        self.assertEqual((devices["AF001"]["hostAddress"], devices["AF001"]["state"]), ("192.168.50.1", STATE_FREE))
+        self.assertEqual((devices["AF002"]["hostAddress"], devices["AF002"]["state"]), ("10.20.30.1", STATE_FREE))
+
+    def test_camera_of_a_foreign_subnet_is_listed_as_unreachable(self):
+        self.bed.card("cam0", "192.168.50.1/24")
+        camera = bed_network.FakeCamera(self.bed, "w-cam0", "192.168.60.2", "AF001")
+        camera.namespace.ip("route add 192.168.50.0/24 dev eth0")
+        self.bed.host.ip("route add 192.168.60.0/24 dev cam0")
+        camera.give_identity()
+
+        device = self.devices_by_serial()["AF001"]
+
+        self.assertEqual((device["address"], device["hostAddress"]), ("192.168.60.2", "192.168.50.1"))
+        self.assertEqual(device["state"], STATE_UNREACHABLE)
 
 
 class ViewerThatGrabs(bed_tests.BedTest):
