@@ -3,9 +3,12 @@
 
 #include "KelDeviceTree_p.h"
 
+#include <QTreeWidgetItem>
+
 KelDeviceTreeGuard::KelDeviceTreeGuard(KelDeviceTree *tree, QTreeWidgetItem *item)
     : m_tree(tree)
     , m_index(KelDeviceTreePrivate::indexOf(tree, item))
+    , m_loose(item && item->treeWidget() != tree ? item : nullptr)
 {
 }
 
@@ -16,5 +19,16 @@ bool KelDeviceTreeGuard::isTreeAlive() const
 
 QTreeWidgetItem *KelDeviceTreeGuard::item() const
 {
-    return isTreeAlive() ? KelDeviceTreePrivate::itemAt(m_tree, m_index) : nullptr;
+    if (!isTreeAlive()) {
+        return nullptr;
+    }
+    return m_loose ? m_loose : KelDeviceTreePrivate::itemAt(m_tree, m_index);
+}
+
+bool KelDeviceTreeGuard::write(int role, const QVariant &value) const
+{
+    if (QTreeWidgetItem *row = item()) {
+        row->setData(0, role, value);
+    }
+    return item() != nullptr;
 }

@@ -11,7 +11,7 @@
 class KelDeviceTreeGuard
 {
 public:
-    /// @param item  null, or an item of the tree
+    /// @param item  null, or an item. One that stands in no tree is taken as it is: nobody is told of it.
     explicit KelDeviceTreeGuard(KelDeviceTree *tree, QTreeWidgetItem *item = nullptr);
 
     /// The tree; null when it is gone.
@@ -20,8 +20,12 @@ public:
     bool isTreeAlive() const;
     /// The item; null when it or the tree is gone.
     QTreeWidgetItem *item() const;
+    /// Writes a role of the item, which tells everybody who listens to the tree.
+    /// @return true when the item is still there afterwards
+    bool write(int role, const QVariant &value) const;
 
 private:
     QPointer<KelDeviceTree> m_tree;
     QPersistentModelIndex m_index;
+    QTreeWidgetItem *m_loose;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "KelDeviceTreeGuard.h"
+
 #include <DeviceEnumMng/KelDeviceTree.h>
 
 #include <QTreeWidgetItem>
@@ -50,11 +52,15 @@ bool holdsRecord(const QVariant &value, const Record &record)
 
 /// Stores a record in an item as it came. A record that is there already is left alone: to a view every
 /// write is a change, and QVariant takes two equal records for different.
+/// @return true when the item is still there afterwards
 template <typename Record>
-void setItemRecord(QTreeWidgetItem *item, const QVariant &value)
+bool setItemRecord(const KelDeviceTreeGuard &guard, const QVariant &value)
 {
-    const Record *record = recordIn<Record>(value);
-    if (!record || !holdsRecord(item->data(0, KelDeviceTree::ItemInfoRole), *record)) {
-        item->setData(0, KelDeviceTree::ItemInfoRole, value);
+    const QTreeWidgetItem *item = guard.item();
+    if (!item) {
+        return false;
     }
+    const Record *record = recordIn<Record>(value);
+    const bool isThere = record && holdsRecord(item->data(0, KelDeviceTree::ItemInfoRole), *record);
+    return isThere || guard.write(KelDeviceTree::ItemInfoRole, value);
 }

@@ -210,19 +210,28 @@ bool KelDeviceTreePrivate::hasEnumOnce(unsigned int types)
 int KelDeviceTreePrivate::addRemoteDevice(KELA_STRUCT_DEVICE_INFO &info)
 {
     const QPointer<KelDeviceTree> tree(q);
-    OwnerCall call;
-    const auto id = static_cast<int>(getThread(KELA_INTERFACE_TYPE_GIGE)->AddRemoteDevice(&info));
-    OwnerCall::tell(call.takeEvents(), tree);
+    int id = -1;
+    QVector<TreeEvent> events;
+    {
+        OwnerCall call;
+        id = static_cast<int>(getThread(KELA_INTERFACE_TYPE_GIGE)->AddRemoteDevice(&info));
+        events = call.takeEvents();
+    }
+    OwnerCall::tell(events, tree);
     return id;
 }
 
 int KelDeviceTreePrivate::removeRemoteDevice(KELA_STRUCT_DEVICE_INFO &info)
 {
     const QPointer<KelDeviceTree> tree(q);
-    OwnerCall call;
-    const int result = getThread(KELA_INTERFACE_TYPE_GIGE)->RemoveRemoteDevice(&info);
-    const QVector<TreeEvent> events = call.takeEvents();
-    for (const TreeEvent &event : events) {
+    int result = 0;
+    QVector<TreeEvent> events;
+    {
+        OwnerCall call;
+        result = getThread(KELA_INTERFACE_TYPE_GIGE)->RemoveRemoteDevice(&info);
+        events = call.takeEvents();
+    }
+    for (const TreeEvent &event : qAsConst(events)) {
         m_takenBack.insert(event.device.value<KELA_STRUCT_DEVICE_INFO>().deviceId);
     }
     OwnerCall::tell(events, tree);

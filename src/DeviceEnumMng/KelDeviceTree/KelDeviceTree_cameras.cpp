@@ -87,11 +87,9 @@ StateLook lookOf(KELA_DEV_STATE state)
 }
 
 // To a view every icon that is written is a new one.
-void setIcon(QTreeWidgetItem *item, const QIcon &icon)
+bool setIcon(const KelDeviceTreeGuard &guard, const QIcon &icon)
 {
-    if (item->icon(0).cacheKey() != icon.cacheKey()) {
-        item->setIcon(0, icon);
-    }
+    return guard.item()->icon(0).cacheKey() == icon.cacheKey() || guard.write(Qt::DecorationRole, icon);
 }
 
 QString namingLine(const QString &name, int cameraId)
@@ -113,10 +111,10 @@ QString deletionLine(const KELA_STRUCT_DEVICE_INFO &info)
     }
 }
 
-void showLabel(QTreeWidgetItem *item, const QString &label)
+// False when a receiver of the change has taken the row or the tree away; so everywhere here.
+bool showLabel(const KelDeviceTreeGuard &guard, const QString &label)
 {
-    item->setText(0, label);
-    item->setToolTip(0, label);
+    return guard.write(Qt::DisplayRole, label) && guard.write(Qt::ToolTipRole, label);
 }
 
 } // namespace
@@ -134,7 +132,11 @@ void KelDeviceTreePrivate::onNewDevice(const QVariant &dataVar)
     if (!isValidDevice(info.deviceInfo)) {
         return;
     }
+    const KelDeviceTreeGuard guard(q);
     QTreeWidgetItem *parent = findParentItem(info);
+    if (!guard.isTreeAlive()) {
+        return;
+    }
     QTreeWidgetItem *item = nullptr;
     switch (info.deviceInfo.transport) {
     case KELA_INTERFACE_TYPE_GIGE:
@@ -170,6 +172,7 @@ void KelDeviceTreePrivate::onUpdateDeviceInfo(const QVariant &dataVar)
         q->onNewDevice(dataVar);
         return;
     }
+    const KelDeviceTreeGuard guard(q, item);
     switch (info.deviceInfo.transport) {
     case KELA_INTERFACE_TYPE_GIGE:
         onUpdateGigeCamera(info);
@@ -186,7 +189,9 @@ void KelDeviceTreePrivate::onUpdateDeviceInfo(const QVariant &dataVar)
     default:
         break;
     }
-    Q_EMIT q->sigUpdateDeviceItem(item);
+    if (guard.item()) {
+        Q_EMIT q->sigUpdateDeviceItem(guard.item());
+    }
 }
 
 void KelDeviceTreePrivate::onDeleteDevice(const QVariant &dataVar)
@@ -209,18 +214,16 @@ void KelDeviceTreePrivate::onDeleteDevice(const QVariant &dataVar)
 QTreeWidgetItem *KelDeviceTreePrivate::newCamera(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent,
                                                  int itemType, const QString &label)
 {
-    QTreeWidgetItem *item = newTreeItem(parent, itemType, getStayTopIndex(info, parent));
-    item->setText(0, label);
-    item->setData(0, KelDeviceTree::ItemIdRole, info.deviceId);
-    item->setData(0, KelDeviceTree::ItemInfoRole, QVariant::fromValue(info));
-    setItemRightBtn(item, getItemRightBtn(info.deviceId, false));
-    if (itemType == KelDeviceTree::ItemGigECamera) {
-        item->setData(0, KelDeviceTree::ItemConnectedRole, false);
-    }
-    item->setToolTip(0, label);
-    setItemIcon(item, static_cast<KELA_DEV_STATE>(info.deviceState));
+    const KelDeviceTreeGuard guard(q, newTreeItem(parent, itemType, getStayTopIndex(info, parent)));
+    const bool isGigE = itemType == KelDeviceTree::ItemGigECamera;
+    const bool isShown =
+        guard.write(Qt::DisplayRole, label) && guard.write(KelDeviceTree::ItemIdRole, info.deviceId) &&
+        guard.write(KelDeviceTree::ItemInfoRole, QVariant::fromValue(info)) &&
+        writeRightBtn(guard, getItemRightBtn(info.deviceId, false)) &&
+        (!isGigE || guard.write(KelDeviceTree::ItemConnectedRole, false)) &&
+        guard.write(Qt::ToolTipRole, label) && showState(guard, static_cast<KELA_DEV_STATE>(info.deviceState));
     logTreeInfo(__LINE__, Q_FUNC_INFO, namingLine(label, info.deviceId));
-    return item;
+    return isShown ? guard.item() : nullptr;
 }
 
 // The name is cut when the row is made and whole from the first update on: hosts count on both.
@@ -267,8 +270,10 @@ void KelDeviceTreePrivate::onUpdateGigeCamera(const KELA_STRUCT_DEVICE_INFO &inf
 {
     if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
         constexpr int kWholeName = sizeof info.deviceInfo.special.gige.userDefinedName;
-        showLabel(item, KelDeviceLabels::gigeCamera(info.deviceInfo, kWholeName));
-        updateCamera(item, info);
+        const KelDeviceTreeGuard guard(q, item);
+        if (showLabel(guard, KelDeviceLabels::gigeCamera(info.deviceInfo, kWholeName))) {
+            updateCamera(guard, info);
+        }
     }
 }
 
@@ -276,8 +281,10 @@ void KelDeviceTreePrivate::onUpdateUSBCamera(const KELA_STRUCT_DEVICE_INFO &info
 {
     if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
         const QString label = KelDeviceLabels::usbCamera(info.deviceInfo);
-        showLabel(item, label);
-        updateCamera(item, info);
+        const KelDeviceTreeGuard guard(q, item);
+        if (showLabel(guard, label)) {
+            updateCamera(guard, info);
+        }
         logTreeInfo(__LINE__, Q_FUNC_INFO, namingLine(label, info.deviceId));
     }
 }
@@ -286,35 +293,37 @@ void KelDeviceTreePrivate::onUpdateUSBCamera(const KELA_STRUCT_DEVICE_INFO &info
 void KelDeviceTreePrivate::onUpdateCamLinkCamera(const KELA_STRUCT_DEVICE_INFO &info)
 {
     if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
-        updateCamera(item, info);
+        updateCamera(KelDeviceTreeGuard(q, item), info);
     }
 }
 
 void KelDeviceTreePrivate::onUpdateGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info)
 {
     if (QTreeWidgetItem *item = findCameraItem(info.deviceId)) {
-        showLabel(item, KelDeviceLabels::genTLDevice(info.deviceInfo));
-        updateCamera(item, info);
+        const KelDeviceTreeGuard guard(q, item);
+        if (showLabel(guard, KelDeviceLabels::genTLDevice(info.deviceInfo))) {
+            updateCamera(guard, info);
+        }
     }
 }
 
-void KelDeviceTreePrivate::updateCamera(QTreeWidgetItem *item, const KELA_STRUCT_DEVICE_INFO &info)
+void KelDeviceTreePrivate::updateCamera(const KelDeviceTreeGuard &guard, const KELA_STRUCT_DEVICE_INFO &info)
 {
-    const QVariant stored = item->data(0, KelDeviceTree::ItemInfoRole);
+    const QVariant stored = guard.item()->data(0, KelDeviceTree::ItemInfoRole);
     const auto *shown = recordIn<KELA_STRUCT_DEVICE_INFO>(stored);
     if (shown && isCameraConnet(shown->deviceState)) {
         KELA_STRUCT_DEVICE_INFO kept = info;
         kept.deviceState = shown->deviceState;
-        setItemRecord<KELA_STRUCT_DEVICE_INFO>(item, QVariant::fromValue(kept));
+        setItemRecord<KELA_STRUCT_DEVICE_INFO>(guard, QVariant::fromValue(kept));
         return;
     }
-    setItemIcon(item, static_cast<KELA_DEV_STATE>(info.deviceState));
-    if (!holdsRecord(stored, info)) {
-        item->setData(0, KelDeviceTree::ItemInfoRole, QVariant::fromValue(info));
+    if (!showState(guard, static_cast<KELA_DEV_STATE>(info.deviceState)) ||
+        !(holdsRecord(stored, info) || guard.write(KelDeviceTree::ItemInfoRole, QVariant::fromValue(info)))) {
+        return;
     }
     // The update of a USB camera writes a line every time.
     if (info.deviceInfo.transport != KELA_INTERFACE_TYPE_USB) {
-        m_settled->settle(info, item, m_rightBtns.value(info.deviceId));
+        m_settled->settle(info, guard.item(), m_rightBtns.value(info.deviceId));
     }
 }
 
@@ -342,13 +351,18 @@ void KelDeviceTreePrivate::deleteCameraItem(QTreeWidgetItem *item)
 
 void KelDeviceTreePrivate::setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE state)
 {
-    if (!item) {
-        return;
+    if (item) {
+        showState(KelDeviceTreeGuard(q, item), state);
     }
+}
+
+bool KelDeviceTreePrivate::showState(const KelDeviceTreeGuard &guard, KELA_DEV_STATE state)
+{
     const StateLook look = lookOf(state);
-    if (look.connected) {
-        item->setData(0, KelDeviceTree::ItemConnectedRole, *look.connected);
+    if (look.connected && !guard.write(KelDeviceTree::ItemConnectedRole, *look.connected)) {
+        return false;
     }
+    const QTreeWidgetItem *item = guard.item();
     if (look.button) {
         const int id = item->data(0, KelDeviceTree::ItemIdRole).toInt();
         m_settled->forget(id);
@@ -356,10 +370,9 @@ void KelDeviceTreePrivate::setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE sta
     }
     // A grabbing GenTL device shows it whatever its item is.
     const int type = item->data(0, KelDeviceTree::ItemTypeRole).toInt();
-    if (state == KELA_DEV_STATE_GENTL_GRABBING ||
-        (type >= KelDeviceTree::ItemGigECamera && type <= KelDeviceTree::ItemGenTLInterface)) {
-        setIcon(item, iconMap().value(state));
-    }
+    const bool hasIcon = state == KELA_DEV_STATE_GENTL_GRABBING ||
+                         (type >= KelDeviceTree::ItemGigECamera && type <= KelDeviceTree::ItemGenTLInterface);
+    return !hasIcon || setIcon(guard, iconMap().value(state));
 }
 
 QString KelDeviceTreePrivate::getSerialByInfo(const KELA_STRUCT_DEVICE_INFO &info)

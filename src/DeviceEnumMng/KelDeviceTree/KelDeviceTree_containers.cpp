@@ -18,10 +18,9 @@
 namespace
 {
 
-void showRecord(QTreeWidgetItem *item, const QString &text, const QString &toolTip)
+bool showRecord(const KelDeviceTreeGuard &guard, const QString &text, const QString &toolTip)
 {
-    item->setText(0, text);
-    item->setToolTip(0, toolTip);
+    return guard.write(Qt::DisplayRole, text) && guard.write(Qt::ToolTipRole, toolTip);
 }
 
 } // namespace
@@ -32,9 +31,9 @@ QTreeWidgetItem *KelDeviceTreePrivate::newContainer(int groupType, int itemType)
     if (!group) {
         return nullptr;
     }
-    QTreeWidgetItem *item = newTreeItem(group, itemType, -1);
-    item->setExpanded(true);
-    return item;
+    const KelDeviceTreeGuard guard(q, newTreeItem(group, itemType, -1));
+    guard.item()->setExpanded(true);
+    return guard.item();
 }
 
 QTreeWidgetItem *KelDeviceTreePrivate::findNetWorkItem(const QString &key)
@@ -93,11 +92,12 @@ QTreeWidgetItem *KelDeviceTreePrivate::GetVirtualGroupItem(int type, bool create
     default:
         break;
     }
-    if (item) {
-        item->setData(0, KelDeviceTree::ItemIdRole, -1);
-        item->setText(0, text);
+    if (!item) {
+        return nullptr;
     }
-    return item;
+    const KelDeviceTreeGuard guard(q, item);
+    const bool isShown = guard.write(KelDeviceTree::ItemIdRole, -1) && guard.write(Qt::DisplayRole, text);
+    return isShown ? guard.item() : nullptr;
 }
 
 QTreeWidgetItem *KelDeviceTreePrivate::findParentItem(const KELA_STRUCT_DEVICE_INFO &info)
@@ -123,6 +123,7 @@ QTreeWidgetItem *KelDeviceTreePrivate::findParentItem(const KELA_STRUCT_DEVICE_I
 
 QTreeWidgetItem *KelDeviceTreePrivate::findGigeParent(const KELA_STRUCT_DEVICE_INFO &info)
 {
+    const KelDeviceTreeGuard guard(q);
     QTreeWidgetItem *parent = nullptr;
     switch (info.deviceInfo.placement) {
     case KELA_PLACEMENT_REAL:
@@ -137,18 +138,19 @@ QTreeWidgetItem *KelDeviceTreePrivate::findGigeParent(const KELA_STRUCT_DEVICE_I
     default:
         break;
     }
-    return parent ? parent : findItem(KelDeviceTree::ItemGigERoot, -1);
+    return parent || !guard.isTreeAlive() ? parent : findItem(KelDeviceTree::ItemGigERoot, -1);
 }
 
 QTreeWidgetItem *KelDeviceTreePrivate::findUSBParent(const KELA_STRUCT_DEVICE_INFO &info)
 {
+    const KelDeviceTreeGuard guard(q);
     QTreeWidgetItem *parent = nullptr;
     if (info.deviceInfo.placement == KELA_PLACEMENT_REAL) {
         parent = findUSBControlItem(KelDeviceLabels::controllerKey(info.usbController));
     } else if (info.deviceInfo.placement == KELA_PLACEMENT_VIRTUAL) {
         parent = GetVirtualGroupItem(KelDeviceTree::ItemUSBVirtualGroup, true);
     }
-    return parent ? parent : findItem(KelDeviceTree::ItemUSBRoot, -1);
+    return parent || !guard.isTreeAlive() ? parent : findItem(KelDeviceTree::ItemUSBRoot, -1);
 }
 
 void KelDeviceTreePrivate::onNewNetWork(const QVariant &dataVar)
@@ -159,9 +161,12 @@ void KelDeviceTreePrivate::onNewNetWork(const QVariant &dataVar)
         return;
     }
     QTreeWidgetItem *item = newContainer(KelDeviceTree::ItemGigERoot, KelDeviceTree::ItemNetWork);
-    if (item) {
-        setNetWork(item, card, dataVar);
-        Q_EMIT q->sigNewNetWorkItem(item);
+    if (!item) {
+        return;
+    }
+    const KelDeviceTreeGuard guard(q, item);
+    if (setNetWork(guard, card, dataVar)) {
+        Q_EMIT q->sigNewNetWorkItem(guard.item());
     }
 }
 
@@ -169,20 +174,22 @@ void KelDeviceTreePrivate::onUpdateNetWorkInfo(const QVariant &dataVar)
 {
     const auto card = dataVar.value<KELA_NETWORK>();
     QTreeWidgetItem *item = findNetWorkItem(KelDeviceLabels::networkKey(card));
-    if (item) {
-        setNetWork(item, card, dataVar);
-        Q_EMIT q->sigUpdateNetWorkItem(item);
-    } else {
+    if (!item) {
         q->onNewNetWork(dataVar);
+        return;
+    }
+    const KelDeviceTreeGuard guard(q, item);
+    if (setNetWork(guard, card, dataVar)) {
+        Q_EMIT q->sigUpdateNetWorkItem(guard.item());
     }
 }
 
-void KelDeviceTreePrivate::setNetWork(QTreeWidgetItem *item, const KELA_NETWORK &card, const QVariant &record)
+bool KelDeviceTreePrivate::setNetWork(const KelDeviceTreeGuard &guard, const KELA_NETWORK &card,
+                                      const QVariant &record)
 {
     const QString name = KelDeviceLabels::network(card);
-    showRecord(item, name, name);
-    item->setData(0, KelDeviceTree::ItemIdRole, static_cast<int>(card.id));
-    setItemRecord<KELA_NETWORK>(item, record);
+    return showRecord(guard, name, name) && guard.write(KelDeviceTree::ItemIdRole, static_cast<int>(card.id)) &&
+           setItemRecord<KELA_NETWORK>(guard, record);
 }
 
 void KelDeviceTreePrivate::onDeleteNetWork(const QVariant &dataVar)
@@ -206,13 +213,10 @@ void KelDeviceTreePrivate::onDeleteNetWork(const QVariant &dataVar)
 // Static: the tree may be gone after any of the cameras.
 void KelDeviceTreePrivate::deleteCameras(const KelDeviceTreeGuard &guard)
 {
-    const QTreeWidgetItem *container = guard.item();
-    for (int row = container ? container->childCount() - 1 : -1; row >= 0; --row) {
-        container = guard.item();
-        if (!container) {
-            return;
-        }
-        of(guard.tree())->deleteCameraItem(container->child(row));
+    // Asked anew after each: a slot may have added one.
+    for (QTreeWidgetItem *container = guard.item(); container && container->childCount() > 0;
+         container = guard.item()) {
+        of(guard.tree())->deleteCameraItem(container->child(container->childCount() - 1));
     }
 }
 
@@ -224,10 +228,11 @@ void KelDeviceTreePrivate::onNewUSBController(const QVariant &dataVar)
         return;
     }
     const QString name = KelDeviceLabels::controller(controller);
-    showRecord(item, name, name);
-    item->setData(0, KelDeviceTree::ItemIdRole, controller.id);
-    setItemRecord<KELA_USBCONTROLLER_INFO>(item, dataVar);
-    Q_EMIT q->sigNewUSBControllerItem(item);
+    const KelDeviceTreeGuard guard(q, item);
+    if (showRecord(guard, name, name) && guard.write(KelDeviceTree::ItemIdRole, controller.id) &&
+        setItemRecord<KELA_USBCONTROLLER_INFO>(guard, dataVar)) {
+        Q_EMIT q->sigNewUSBControllerItem(guard.item());
+    }
 }
 
 // Unlike a network card, a controller goes with its cameras even when one of them is connected.
@@ -266,12 +271,14 @@ void KelDeviceTreePrivate::onNewGenTLInterface(const QVariant &dataVar)
         return;
     }
     const int id = static_cast<int>(interface.id);
-    showRecord(item, KelDeviceLabels::interfaceLabel(interface), KelDeviceLabels::interfaceName(interface));
-    item->setData(0, KelDeviceTree::ItemIdRole, id);
-    setItemRecord<KELA_GENTL_IF_INFO>(item, dataVar);
-    setItemRightBtn(item, getItemRightBtn(id, true));
-    setItemIcon(item, KELA_DEV_STATE_GENTL_INTERFACE_FREE);
-    Q_EMIT q->sigNewGenTLInterfaceItem(item);
+    const KelDeviceTreeGuard guard(q, item);
+    if (showRecord(guard, KelDeviceLabels::interfaceLabel(interface),
+                   KelDeviceLabels::interfaceName(interface)) &&
+        guard.write(KelDeviceTree::ItemIdRole, id) && setItemRecord<KELA_GENTL_IF_INFO>(guard, dataVar) &&
+        writeRightBtn(guard, getItemRightBtn(id, true)) &&
+        showState(guard, KELA_DEV_STATE_GENTL_INTERFACE_FREE)) {
+        Q_EMIT q->sigNewGenTLInterfaceItem(guard.item());
+    }
 }
 
 void KelDeviceTreePrivate::onUpdateGenTLInterface(const QVariant &dataVar)
@@ -282,9 +289,12 @@ void KelDeviceTreePrivate::onUpdateGenTLInterface(const QVariant &dataVar)
         q->onNewGenTLInterface(dataVar);
         return;
     }
-    showRecord(item, KelDeviceLabels::interfaceLabel(interface), KelDeviceLabels::interfaceName(interface));
-    setItemRecord<KELA_GENTL_IF_INFO>(item, dataVar);
-    Q_EMIT q->sigUpdateGenTLInterfaceItem(item);
+    const KelDeviceTreeGuard guard(q, item);
+    if (showRecord(guard, KelDeviceLabels::interfaceLabel(interface),
+                   KelDeviceLabels::interfaceName(interface)) &&
+        setItemRecord<KELA_GENTL_IF_INFO>(guard, dataVar)) {
+        Q_EMIT q->sigUpdateGenTLInterfaceItem(guard.item());
+    }
 }
 
 // The devices go with their interface, without a signal of their own; their buttons stay.

@@ -6,6 +6,7 @@
 #include "KelDeviceTree_p.h"
 
 #include "KelDeviceTreeDelegate.h"
+#include "KelDeviceTreeGuard.h"
 #include "KelDeviceTreeIndex.h"
 #include "KelSettledCameras.h"
 
@@ -40,6 +41,21 @@ void setUpView(KelDeviceTree *tree)
     tree->setIndentation(10);
 }
 
+quint64 buttonValue(CustomPushButton *button)
+{
+    return reinterpret_cast<quintptr>(button);
+}
+
+// Who has no header of the records makes and reads their variants by name.
+void registerRecords()
+{
+    qRegisterMetaType<KELA_INTERFACE_INFO>("KELA_INTERFACE_INFO");
+    qRegisterMetaType<KELA_STRUCT_DEVICE_INFO>("KELA_STRUCT_DEVICE_INFO");
+    qRegisterMetaType<KELA_NETWORK>("KELA_NETWORK");
+    qRegisterMetaType<KELA_GENTL_IF_INFO>("KELA_GENTL_IF_INFO");
+    qRegisterMetaType<KELA_USBCONTROLLER_INFO>("KELA_USBCONTROLLER_INFO");
+}
+
 } // namespace
 
 KelDeviceTreePrivate::KelDeviceTreePrivate(KelDeviceTree *tree)
@@ -47,6 +63,7 @@ KelDeviceTreePrivate::KelDeviceTreePrivate(KelDeviceTree *tree)
     , m_settled(std::make_unique<KelSettledCameras>(tree))
     , m_index(std::make_unique<KelDeviceTreeIndex>(tree))
 {
+    registerRecords();
     initDeviceInfo();
     refreshFilterInfo();
 }
@@ -123,7 +140,12 @@ QTreeWidgetItem *KelDeviceTreePrivate::newTreeItem(QTreeWidgetItem *parent, int 
 
 void KelDeviceTreePrivate::setItemRightBtn(QTreeWidgetItem *item, CustomPushButton *button)
 {
-    item->setData(0, KelDeviceTree::ItemRightBtnRole, static_cast<quint64>(reinterpret_cast<quintptr>(button)));
+    item->setData(0, KelDeviceTree::ItemRightBtnRole, buttonValue(button));
+}
+
+bool KelDeviceTreePrivate::writeRightBtn(const KelDeviceTreeGuard &guard, CustomPushButton *button)
+{
+    return guard.write(KelDeviceTree::ItemRightBtnRole, buttonValue(button));
 }
 
 QModelIndex KelDeviceTreePrivate::indexOf(const KelDeviceTree *tree, const QTreeWidgetItem *item)

@@ -73,6 +73,7 @@ public:
     QTreeWidgetItem *findCameraItem(long cameraId);
     void makeGroupCurrentInsteadOf(QTreeWidgetItem *item);
     static void setItemRightBtn(QTreeWidgetItem *item, CustomPushButton *button);
+    static bool writeRightBtn(const KelDeviceTreeGuard &guard, CustomPushButton *button);
     /// Place of an item in a tree; invalid for null and for an item of no or another tree.
     static QModelIndex indexOf(const KelDeviceTree *tree, const QTreeWidgetItem *item);
     static QTreeWidgetItem *itemAt(const KelDeviceTree *tree, const QModelIndex &index);
@@ -107,9 +108,11 @@ public:
     void onUpdateGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info);
     QTreeWidgetItem *newCamera(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent, int itemType,
                                const QString &label);
-    void updateCamera(QTreeWidgetItem *item, const KELA_STRUCT_DEVICE_INFO &info);
+    void updateCamera(const KelDeviceTreeGuard &guard, const KELA_STRUCT_DEVICE_INFO &info);
     void deleteCameraItem(QTreeWidgetItem *item);
     void setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE state);
+    /// @return true when the row is still there afterwards
+    bool showState(const KelDeviceTreeGuard &guard, KELA_DEV_STATE state);
     QString getSerialByInfo(const KELA_STRUCT_DEVICE_INFO &info);
     QString getCameraSerial(QTreeWidgetItem *item);
     static void fillIconMap();
@@ -133,7 +136,7 @@ public:
     QTreeWidgetItem *findGigeParent(const KELA_STRUCT_DEVICE_INFO &info);
     QTreeWidgetItem *findUSBParent(const KELA_STRUCT_DEVICE_INFO &info);
     QTreeWidgetItem *newContainer(int groupType, int itemType);
-    void setNetWork(QTreeWidgetItem *item, const KELA_NETWORK &card, const QVariant &record);
+    bool setNetWork(const KelDeviceTreeGuard &guard, const KELA_NETWORK &card, const QVariant &record);
     static void deleteCameras(const KelDeviceTreeGuard &guard);
     static void deleteContainer(const KelDeviceTreeGuard &guard);
 

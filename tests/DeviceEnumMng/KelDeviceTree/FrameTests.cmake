@@ -23,12 +23,14 @@ foreach(subject
     keldevicetree_cameras_deletion
     keldevicetree_cameras_states
     keldevicetree_cameras_updates
+    keldevicetree_changedrows
     keldevicetree_containers_cards
     keldevicetree_containers_controllers
     keldevicetree_containers_events
     keldevicetree_containers_interfaces
     keldevicetree_containers_parents
     keldevicetree_frame
+    keldevicetree_metatypes
     keldevicetreeindex
 )
     kel_add_qt_test(tst_${subject} SOURCES tst_${subject}.cpp
