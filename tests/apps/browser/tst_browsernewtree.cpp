@@ -164,9 +164,15 @@ void TestBrowserNewTree::cameraLostWithoutARowIsLetGo()
     connectCamera(kConveyor);
     const long id = idOf(kConveyor);
     window()->treeHost()->build();
+    QTRY_VERIFY_WITH_TIMEOUT(row(kConveyor), kAppearsWithinMs);
+    // No pass may bring the row again before the camera is gone.
+    const auto go = qScopeGuard([this] { window()->scheduler()->setHeld(false); });
+    window()->scheduler()->setHeld(true);
+    QTRY_COMPARE_WITH_TIMEOUT(window()->scheduler()->running(), 0U, kAppearsWithinMs);
+    QCoreApplication::processEvents();
+
+    tree()->deleteCameraItem(row(kConveyor));
     steeredcameras::tell({"unplug", "conveyor"});
-    if (QTreeWidgetItem *early = row(kConveyor))
-        tree()->deleteCameraItem(early);
 
     QTRY_VERIFY_WITH_TIMEOUT(!connections()->ids().contains(id), kLostWithinMs);
 }
