@@ -25,7 +25,7 @@ constexpr std::uint32_t kHasUserName = 0x01;
 
 constexpr int kTries = 3;
 constexpr int kFirstTries = 2; // most ports that do not answer have no camera: they are not to cost much
-constexpr Milliseconds kLongestResponse{300};
+constexpr Milliseconds kShortestResponse{50}; // what it tells is the camera's time, not that of this host
 constexpr Milliseconds kLongestPending{5000};
 constexpr Milliseconds kDrainLimit{200};
 constexpr std::uint16_t kStatusError = 0x8000;
@@ -64,9 +64,10 @@ ProbeResult GenCpClient::identify(CameraIdentity &identity)
     Data data;
     if (readMemory(kVersionRegister, kWordSize, data) != Answer::Data)
         return m_hasHeardBytes ? ProbeResult::Unknown : ProbeResult::NoAnswer;
+    m_responseTime = kLongestResponse;
     if (readMemory(kResponseTimeRegister, kWordSize, data) == Answer::Data) {
         if (const auto limit = layoutOf<Be32>(data))
-            m_responseTime = std::min(Milliseconds(limit->value()), kLongestResponse);
+            m_responseTime = std::clamp(Milliseconds(limit->value()), kShortestResponse, kLongestResponse);
     }
     std::uint32_t capability = 0;
     if (readMemory(kCapabilityRegister, sizeof(Capability), data) == Answer::Data) {

@@ -25,15 +25,22 @@ struct CameraIdentity {
 /// What came of asking a port.
 enum class ProbeResult { Identified, NoAnswer, Unknown };
 
+/// The longest that a camera may take for an answer.
+constexpr Milliseconds kLongestResponse{300};
+/// What a port is given for its very first answer.
+constexpr Milliseconds kFirstResponse{100};
+
 /// Reads a camera's registers over an open port at 9600 baud. It writes nothing into the camera.
 /// Thread: the library's own.
 class GenCpClient
 {
 public:
+    /// @param firstResponse  how long the first answer may let wait for itself, the time on the line apart
     /// @param isStopWanted  asked between packets; true ends the probe
-    GenCpClient(SerialPort &port, std::function<bool()> isStopWanted)
+    GenCpClient(SerialPort &port, Milliseconds firstResponse, std::function<bool()> isStopWanted)
         : m_port(port)
         , m_isStopWanted(std::move(isStopWanted))
+        , m_responseTime(firstResponse)
     {
     }
 
@@ -53,7 +60,7 @@ private:
 
     SerialPort &m_port;
     std::function<bool()> m_isStopWanted;
-    Milliseconds m_responseTime{300};
+    Milliseconds m_responseTime;
     std::uint16_t m_nextId = 0;
     bool m_hasHeardBytes = false;
 };

@@ -3,6 +3,8 @@
 
 #include <KelAIndustryControl/core/Log.h>
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 #include <system_error>
 #include <thread>
@@ -94,20 +96,33 @@ void LibraryWorker::scanPorts()
             logLine(KELA_LOG_INFO, "Camera Link: " + printable(error));
     }
     std::vector<PortCamera> cameras;
+    std::map<std::string, int> sameName;
     std::set<std::string> present;
     const std::uint32_t count = m_library ? m_library->portCount() : 0;
     for (std::uint32_t index = 0; index < count; ++index) {
         markProgress();
         const std::string name = m_library->portName(index);
-        Known &known = m_known[name];
-        if (present.insert(name).second)
-            probe(name, index, known);
+        const int nth = ++sameName[name];
+        const std::string key = nth == 1 ? name : name + '#' + std::to_string(nth);
+        Known &known = m_known[key];
+        present.insert(key);
+        probe(name, index, known);
         if (known.identity)
-            cameras.push_back({name, *known.identity});
+            cameras.push_back({name, *known.identity, key});
+        publish(cameras, present);
     }
     for (auto known = m_known.begin(); known != m_known.end();)
         known = present.count(known->first) ? std::next(known) : m_known.erase(known);
     const std::lock_guard lock(m_mutex);
+    m_cameras = std::move(cameras);
+}
+
+// What is known so far, since a port that hangs is not to hide those before it.
+void LibraryWorker::publish(std::vector<PortCamera> cameras, const std::set<std::string> &asked)
+{
+    const std::lock_guard lock(m_mutex);
+    std::copy_if(m_cameras.begin(), m_cameras.end(), std::back_inserter(cameras),
+                 [&asked](const PortCamera &camera) { return asked.count(camera.key) == 0; });
     m_cameras = std::move(cameras);
 }
 
@@ -127,7 +142,9 @@ void LibraryWorker::probe(const std::string &name, std::uint32_t index, Known &k
         return;
     }
     CameraIdentity identity;
-    const ProbeResult probed = GenCpClient(*port, [this] {
+    // Most ports that do not answer have no camera. One that is slow at first answers the next scan's question.
+    const Milliseconds patience = std::exchange(known.isAsked, true) ? kLongestResponse : kFirstResponse;
+    const ProbeResult probed = GenCpClient(*port, patience, [this] {
                                    markProgress();
                                    return false;
                                }).identify(identity);

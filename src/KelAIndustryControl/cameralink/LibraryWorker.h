@@ -10,6 +10,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@ namespace kela::cameralink
 struct PortCamera {
     std::string portName;
     CameraIdentity identity;
+    std::string key; ///< tells ports of one name apart
 };
 
 /// How a wait for a library ended.
@@ -35,7 +37,7 @@ public:
     static LibraryWorker *of(const std::string &file);
 
     /// Asks for a scan of the ports and waits for it.
-    /// @param cameras  receives the cameras of the last scan that ended, also when this one did not
+    /// @param cameras  receives the cameras that are known, also when the scan did not end
     /// Thread: any.
     ScanEnd scan(const CancelSignal &cancel, std::vector<PortCamera> &cameras);
 
@@ -44,6 +46,7 @@ private:
         std::optional<CameraIdentity> identity;
         TimePoint identifiedAt;
         std::string lastRemark; ///< why there is no camera, as it was logged last
+        bool isAsked = false;   ///< not for the first time any more
     };
 
     explicit LibraryWorker(std::string file)
@@ -52,6 +55,7 @@ private:
     }
     void run();
     void scanPorts();
+    void publish(std::vector<PortCamera> cameras, const std::set<std::string> &asked);
     void probe(const std::string &name, std::uint32_t index, Known &known);
     void remark(const std::string &name, Known &known, const std::string &text);
     void markProgress();

@@ -126,6 +126,11 @@ std::optional<SysfsCamera> readSysfsCamera(const std::string &name)
     return isPulledMeanwhile ? std::nullopt : std::optional(std::move(camera));
 }
 
+bool isStillThere(const SysfsCamera &camera)
+{
+    return toNumber(readText(kDevices + camera.name + "/devnum")) == camera.deviceNumber;
+}
+
 std::vector<SysfsCamera> listSysfsCameras()
 {
     std::vector<SysfsCamera> cameras;

@@ -31,6 +31,9 @@ std::vector<SysfsCamera> listSysfsCameras();
 /// One camera by the name of its folder; nothing when it is gone or no camera.
 std::optional<SysfsCamera> readSysfsCamera(const std::string &name);
 
+/// True while the same device stands in the same place.
+bool isStillThere(const SysfsCamera &camera);
+
 /// Path of the device node.
 std::string deviceNode(unsigned int busNumber, unsigned int deviceNumber);
 

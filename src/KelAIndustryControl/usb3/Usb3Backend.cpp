@@ -111,6 +111,9 @@ public:
         m_strings.update(cameras);
         std::set<std::string> forbidden;
         for (const SysfsCamera &camera : cameras) {
+            // Pulled while its texts were read.
+            if (!isStillThere(camera))
+                continue;
             const bool isPermitted = hasPermission(camera);
             if (!isPermitted)
                 forbidden.insert(deviceNode(camera.busNumber, camera.deviceNumber));

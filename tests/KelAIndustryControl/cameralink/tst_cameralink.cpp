@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -178,6 +179,46 @@ TEST_F(CameraLink, hangingLibraryDelaysAPassOnlyForItsLimit)
     EXPECT_EQ(m_list.count, 0U);
     EXPECT_EQ(m_log.count("does not return"), 1);
     EXPECT_LT(Clock::now() - begin, std::chrono::seconds(20)) << "the library hangs for an hour";
+}
+
+TEST_F(CameraLink, camerasBeforeAHangingPortAreListed)
+{
+    describe("A camera model=EX-1 serial=1\nB hang\n");
+
+    EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 1U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->serialNumber), "1");
+}
+
+TEST_F(CameraLink, portsOfOneNameAreProbedEach)
+{
+    describe("A camera model=EX-1 serial=1\nA camera model=EX-2 serial=2\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 2U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->serialNumber), "1");
+    EXPECT_EQ(fixedText(m_list.devices[1]->serialNumber), "2");
+}
+
+TEST_F(CameraLink, silentPortIsAskedTwiceAndNotForLong)
+{
+    describe("A camera model=EX-1 serial=1\nB camera model=EX-2 serial=2\n");
+    auto begin = Clock::now();
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    const auto lines = Clock::now() - begin;
+    describe("A camera model=EX-1 serial=1\nB camera model=EX-2 serial=2\nC silent\n");
+    begin = Clock::now();
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    const auto silence = Clock::now() - begin;
+
+    EXPECT_EQ(m_list.count, 2U);
+    std::cout << "two cameras " << std::chrono::duration<double, std::milli>(lines).count()
+              << " ms, a silent port " << std::chrono::duration<double, std::milli>(silence).count() << " ms\n";
+    // Where it has to wait for twice: the commands' time on the line and the patience with a first answer.
+    EXPECT_GT(silence, std::chrono::milliseconds(200));
+    EXPECT_LT(silence, std::chrono::seconds(5));
 }
 
 TEST_F(CameraLink, cancelEndsTheWaitForALibrary)
