@@ -87,6 +87,14 @@ bool GenTLProducers::isGivenUp(const Producer &producer)
     return m_givenUp.count(producer.token()) != 0;
 }
 
+// Handles from before the producer was given up stay refused when it is taken into use again.
+bool GenTLProducers::isStale(void *handle, const Producer &producer)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto below = m_staleBelow.find(producer.token());
+    return below != m_staleBelow.end() && std::less<const void *>()(handle, below->second);
+}
+
 GenTLProducers::Target GenTLProducers::targetOf(const KELA_GENTL_IF_INFO &interface)
 {
     Producer *const producer = ProducerTable::find(interface.producerToken);
@@ -130,7 +138,7 @@ unsigned int GenTLProducers::devices(const KELA_GENTL_IF_INFO &interface,
 unsigned int GenTLProducers::devices(void *interfaceHandle, std::vector<KELA_DEVICE_INFO_EX> &found)
 {
     const InterfaceHandles::Entry entry = InterfaceHandles::find(interfaceHandle);
-    if (!entry.use || isGivenUp(entry.use->producer()))
+    if (!entry.use || isGivenUp(entry.use->producer()) || isStale(interfaceHandle, entry.use->producer()))
         return KELA_ERROR_HANDLE;
     return devicesOf({entry.use, entry.interfaceId}, KELA_INTERFACE_TYPE_GENTL, found);
 }
@@ -151,6 +159,7 @@ unsigned int GenTLProducers::unload(const char *producerPath)
         if (isUsedByAnotherPath)
             return KELA_OK;
         m_givenUp.insert(use->producer().token());
+        m_staleBelow[use->producer().token()] = InterfaceHandles::next();
     }
     closeAll(InterfaceHandles::removeAll(this, &use->producer()));
     return KELA_OK;

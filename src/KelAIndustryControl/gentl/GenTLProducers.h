@@ -4,6 +4,7 @@
 #include <KelAIndustryControl/core/TransportBackend.h>
 #include <KelAIndustryControl/gentl/ProducerTable.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -49,15 +50,17 @@ private:
 
     UsePtr beginUse(const std::string &path, Producer &producer);
     bool isCurrent(const std::string &path, const UsePtr &use);
+    bool isStale(void *handle, const Producer &producer);
     bool isGivenUp(const Producer &producer);
     Target targetOf(const KELA_GENTL_IF_INFO &interface);
     unsigned int devicesOf(const Target &target, unsigned int transport,
                            std::vector<KELA_DEVICE_INFO_EX> &found);
 
     const BackendContext m_context;
-    std::mutex m_mutex;                   // guards the rest
-    std::map<std::string, UsePtr> m_uses; // by path as the caller gave it
-    std::set<std::uint32_t> m_givenUp;    // tokens of producers unloaded through this object
+    std::mutex m_mutex;                                 // guards the rest
+    std::map<std::string, UsePtr> m_uses;               // by path as the caller gave it
+    std::set<std::uint32_t> m_givenUp;                  // tokens of producers unloaded through this object
+    std::map<std::uint32_t, const void *> m_staleBelow; // by token: the first handle after the last unloading
 };
 
 /// The backend of one object.

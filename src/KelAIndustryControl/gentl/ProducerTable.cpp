@@ -66,8 +66,11 @@ bool isSameFile(const Known &known, const ProducerFile &file)
 {
     if (known.file.path == file.path)
         return true;
-    // A second link to a file that is loaded is the same library to the loader.
-    return known.file.device == file.device && known.file.inode == file.inode && known.producer->isUsed();
+    // A second link to a file that is loaded is the same library to the loader. One that is not, such as a
+    // refused one, may have been deleted since: its inode then stands for any other file.
+    const bool isUnchanged = known.file.size == file.size && known.file.changedNs == file.changedNs;
+    return known.file.device == file.device && known.file.inode == file.inode &&
+           (known.producer->isLoaded() || (known.producer->isUsed() && isUnchanged));
 }
 
 void watchExit()
@@ -116,6 +119,13 @@ void *InterfaceHandles::add(Entry entry)
     const std::uintptr_t number = table.next++;
     table.entries.emplace(number, std::move(entry));
     return asHandle(number);
+}
+
+void *InterfaceHandles::next()
+{
+    Handles &table = handles();
+    const std::lock_guard lock(table.mutex);
+    return asHandle(table.next);
 }
 
 InterfaceHandles::Entry InterfaceHandles::find(void *handle)

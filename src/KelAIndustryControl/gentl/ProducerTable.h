@@ -36,6 +36,8 @@ public:
     };
 
     static void *add(Entry entry);
+    /// What the next handle will be: every handle that was ever given is less.
+    static void *next();
     /// An entry without use for an unknown handle.
     static Entry find(void *handle);
     static Entry remove(void *handle);

@@ -95,6 +95,17 @@ TEST_F(GenTLHandles, handleOfAProducerThatTheTreeUnloadedIsRefusedThere)
     EXPECT_EQ(devicesOf(tree, interface).code, KELA_ERROR_HANDLE);
 }
 
+TEST_F(GenTLHandles, handleFromBeforeStaysRefusedWhenTheProducerIsUsedAgain)
+{
+    void *before = open();
+    ASSERT_EQ(tree.UnloadGenTLLibrary(path.c_str()), KELA_OK);
+    ASSERT_EQ(interfacesOf(tree, path).code, KELA_OK);
+
+    EXPECT_EQ(devicesOf(tree, before).code, KELA_ERROR_HANDLE);
+    EXPECT_EQ(devicesOf(host, before).code, KELA_OK);
+    EXPECT_EQ(devicesOf(tree, open()).code, KELA_OK);
+}
+
 TEST_F(GenTLHandles, unloadingClosesTheHandlesOfItsObject)
 {
     ASSERT_EQ(interfacesOf(host, path).code, KELA_OK);
