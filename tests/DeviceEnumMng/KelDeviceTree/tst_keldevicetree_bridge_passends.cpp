@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "BridgeTest.h"
 
+#include <CommonTools/KelInterface.h>
 #include <CustomCtr/CustomLoadingDialog.h>
 #include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
 #include <KelAIndustryControl/KelAErrors.h>
@@ -10,15 +11,16 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QPushButton>
 #include <QThread>
 #include <QtTest>
 
 namespace
 {
 
-QString allTexts(const QDialog *dialog)
+QStringList textsOf(const QDialog *dialog)
 {
-    QString texts;
+    QStringList texts;
     for (const QLabel *label : dialog->findChildren<QLabel *>()) {
         texts += label->text();
     }
@@ -41,6 +43,7 @@ private Q_SLOTS:
     void failedPassIsShownForTheTransportsThatShowOne_data();
     void failedPassIsShownForTheTransportsThatShowOne();
     void failedPassKeepsTheRows();
+    void treeMayBeDestroyedUnderItsBox();
     void searchGoesWithItsTree();
     void treeThatShowedNoSearchLeavesOthersAlone();
 };
@@ -123,8 +126,26 @@ void tst_KelDeviceTree_bridge_passends::failedPassIsShownForTheTransportsThatSho
     QCOMPARE(CustomLoadingDialog::isLoading(kLoadingId), !isShown);
     QCOMPARE(finished.count(), 1);
     if (isShown) {
-        QVERIFY(allTexts(failureBoxes().first()).contains(QStringLiteral("90000005")));
+        const QDialog *box = failureBoxes().first();
+        const int code = static_cast<int>(KELA_ERROR_TIMEOUT);
+        QVERIFY(textsOf(box).contains(KelInterface::GenerateErrorDesc(code) + QStringLiteral("\r\n") +
+                                      KelInterface::IntCode2DisplayCode(code)));
+        QCOMPARE(box->parentWidget(), nullptr);
+        QCOMPARE(box->findChildren<QPushButton *>().size(), 1);
+        QVERIFY(!box->isModal());
     }
+}
+
+void tst_KelDeviceTree_bridge_passends::treeMayBeDestroyedUnderItsBox()
+{
+    m_tree->onEndThread(KELA_INTERFACE_TYPE_GENTL, static_cast<int>(KELA_ERROR_TIMEOUT));
+    QCOMPARE(failureBoxes().size(), 1);
+
+    m_tree.reset();
+
+    QCOMPARE(failureBoxes().size(), 1);
+    failureBoxes().first()->findChild<QPushButton *>()->click();
+    QTRY_VERIFY(failureBoxes().isEmpty());
 }
 
 void tst_KelDeviceTree_bridge_passends::failedPassKeepsTheRows()

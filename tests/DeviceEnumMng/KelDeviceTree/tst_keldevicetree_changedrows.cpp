@@ -57,10 +57,13 @@ private Q_SLOTS:
     void rowMayBeRemovedByAChangedRow();
     void treeMayBeDestroyedByAnUnfoldedContainer_data() { actions(); }
     void treeMayBeDestroyedByAnUnfoldedContainer();
+    void treeMayBeDestroyedByTheNextCurrentRow_data() { deletions(); }
+    void treeMayBeDestroyedByTheNextCurrentRow();
     void everyChildIsToldOfWhenASlotAddsOne();
 
 private:
     static void actions();
+    static void deletions();
 };
 
 void tst_KelDeviceTree_changedrows::actions()
@@ -145,6 +148,48 @@ void tst_KelDeviceTree_changedrows::treeMayBeDestroyedByAnUnfoldedContainer()
 
     QCOMPARE(isAlive.isNull(), isUnfolded);
     delete isAlive.data();
+}
+
+void tst_KelDeviceTree_changedrows::deletions()
+{
+    QTest::addColumn<Action>("act");
+    const auto row = [](const char *name, Action act) { QTest::newRow(name) << std::move(act); };
+
+    row("camera", [](auto &tree) {
+        tree.setCurrentItem(tree.findCameraItem(kCamera));
+        tree.onDeleteDevice(variantOf(gigeDevice(kCamera, "S1", "AA")));
+    });
+    row("card", [](auto &tree) {
+        tree.setCurrentItem(tree.findItem(KelDeviceTree::ItemNetWork, 80001));
+        tree.onDeleteNetWork(variantOf(networkCard(80001, "AA")));
+    });
+    row("controller", [](auto &tree) {
+        tree.onNewUSBController(variantOf(usbController(3, "C")));
+        tree.setCurrentItem(tree.findItem(KelDeviceTree::ItemUSBController, 3));
+        tree.onDeleteUSBController(variantOf(usbController(3, "C")));
+    });
+    row("interface", [](auto &tree) {
+        tree.setCurrentItem(tree.findItem(KelDeviceTree::ItemGenTLInterface, 70001));
+        tree.onDeleteGenTLInterface(variantOf(genTLInterface(70001, "IF", 1)));
+    });
+}
+
+void tst_KelDeviceTree_changedrows::treeMayBeDestroyedByTheNextCurrentRow()
+{
+    QFETCH(Action, act);
+    auto *tree = new KelDeviceTree;
+    addKnownRows(*tree);
+    const QPointer<KelDeviceTree> isAlive(tree);
+    // The first change makes the row current that is deleted then.
+    int changes = 0;
+    connect(tree, &QTreeWidget::currentItemChanged, tree, [&changes, tree] {
+        if (++changes == 2)
+            delete tree;
+    });
+
+    act(*tree);
+
+    QVERIFY(isAlive.isNull());
 }
 
 void tst_KelDeviceTree_changedrows::everyChildIsToldOfWhenASlotAddsOne()

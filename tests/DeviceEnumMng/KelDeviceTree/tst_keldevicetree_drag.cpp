@@ -71,6 +71,7 @@ private Q_SLOTS:
 
     void leavingHidesTheButton();
     void leavingKeepsTheButtonsWhileTheMenuIsOpen();
+    void treeMayBeDestroyedWithTheMenuOpen();
 };
 
 void TestDrag::payloadIsTheIdentifierInFourBytes_data()
@@ -273,6 +274,27 @@ void TestDrag::leavingKeepsTheButtonsWhileTheMenuIsOpen()
     QVERIFY(buttonOf(group)->isVisible());
     QVERIFY(privateOf(tree).m_configBtn->isVisible());
     privateOf(tree).m_genTLMenu->close();
+}
+
+void TestDrag::treeMayBeDestroyedWithTheMenuOpen()
+{
+    auto tree = std::make_unique<KelDeviceTree>();
+    showTree(*tree);
+    QPointer<KelGenTLMenu> menu = privateOf(*tree).m_genTLMenu;
+    int changes = 0;
+    connect(menu.data(), &KelGenTLMenu::SigCtiChanged, this, [&changes] { ++changes; });
+    menu->popup(tree->mapToGlobal(QPoint(10, 10)));
+    for (QAction *action : menu->actions()) {
+        if (action->menu())
+            action->menu()->popup(tree->mapToGlobal(QPoint(40, 40)));
+    }
+    QVERIFY(menu->isVisible());
+
+    tree.reset();
+    QCoreApplication::processEvents();
+
+    QVERIFY(menu.isNull());
+    QCOMPARE(changes, 0);
 }
 
 QTEST_MAIN(TestDrag)
