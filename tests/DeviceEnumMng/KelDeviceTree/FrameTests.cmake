@@ -23,7 +23,6 @@ foreach(subject
     keldevicetree_cameras_deletion
     keldevicetree_cameras_states
     keldevicetree_cameras_updates
-    keldevicetree_changedrows
     keldevicetree_containers_cards
     keldevicetree_containers_controllers
     keldevicetree_containers_events

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void fullFieldsAreReadWithoutOverrun();
     void treeDestroyedInEachContainerSignalIsLeftAlone_data();
     void treeDestroyedInEachContainerSignalIsLeftAlone();
+    void everyChildIsToldOfWhenASlotAddsOne();
 };
 
 void tst_KelDeviceTree_containers_events::switchedOffEnumerationIgnoresAllContainerEvents()
@@ -102,6 +103,25 @@ void tst_KelDeviceTree_containers_events::treeDestroyedInEachContainerSignalIsLe
          variantOf(containerEvent(TreeRecords::genTLInterface(70001, "IF"))), none);
 
     QVERIFY(!tree);
+}
+
+void tst_KelDeviceTree_containers_events::everyChildIsToldOfWhenASlotAddsOne()
+{
+    m_tree->onNewNetWork(variantOf(networkCard(80001, "AA")));
+    m_tree->onNewDevice(variantOf(gigeDevice(1, "S1", "AA")));
+    m_tree->onNewDevice(variantOf(gigeDevice(2, "S2", "AA")));
+    QStringList gone;
+    connect(m_tree.get(), &KelDeviceTree::sigDeleteDeviceItem, this, [&](QTreeWidgetItem *item) {
+        gone.append(m_tree->getCameraSerial(item));
+        if (gone.size() == 1) {
+            m_tree->onNewDevice(variantOf(gigeDevice(3, "S3", "AA")));
+        }
+    });
+
+    m_tree->onDeleteNetWork(variantOf(networkCard(80001, "AA")));
+
+    gone.sort();
+    QCOMPARE(gone, (QStringList{QStringLiteral("S1"), QStringLiteral("S2"), QStringLiteral("S3")}));
 }
 
 QTEST_MAIN(tst_KelDeviceTree_containers_events)
