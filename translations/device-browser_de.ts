@@ -624,6 +624,10 @@
         <translation>Was hilft: eine Regel für udev in /etc/udev/rules.d/70-cameras.rules, danach die Kamera neu anstecken:</translation>
     </message>
     <message>
+        <source>The camera is plugged in, but its link runs at %1 Mbit/s, which is too slow for USB3 Vision. What helps: another port, cable or hub.</source>
+        <translation>Die Kamera ist angesteckt, ihre Verbindung läuft aber nur mit %1 Mbit/s; das ist zu langsam für USB3 Vision. Was hilft: ein anderer Anschluss, ein anderes Kabel oder ein anderer Hub.</translation>
+    </message>
+    <message>
         <source>The camera is plugged in, but it cannot be used: another driver may have taken it, or it reports itself as not ready.</source>
         <translation>Die Kamera ist angesteckt, kann aber nicht genutzt werden: Vielleicht hat ein anderer Treiber sie übernommen, oder sie meldet sich als nicht bereit.</translation>
     </message>

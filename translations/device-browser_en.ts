@@ -624,6 +624,10 @@
         <translation>What helps: a rule for udev in /etc/udev/rules.d/70-cameras.rules, then plug the camera in again:</translation>
     </message>
     <message>
+        <source>The camera is plugged in, but its link runs at %1 Mbit/s, which is too slow for USB3 Vision. What helps: another port, cable or hub.</source>
+        <translation>The camera is plugged in, but its link runs at %1 Mbit/s, which is too slow for USB3 Vision. What helps: another port, cable or hub.</translation>
+    </message>
+    <message>
         <source>The camera is plugged in, but it cannot be used: another driver may have taken it, or it reports itself as not ready.</source>
         <translation>The camera is plugged in, but it cannot be used: another driver may have taken it, or it reports itself as not ready.</translation>
     </message>

@@ -624,6 +624,10 @@
         <translation>解决办法：在 /etc/udev/rules.d/70-cameras.rules 中添加以下 udev 规则，然后重新插入相机：</translation>
     </message>
     <message>
+        <source>The camera is plugged in, but its link runs at %1 Mbit/s, which is too slow for USB3 Vision. What helps: another port, cable or hub.</source>
+        <translation>相机已插入，但其链路速度仅为 %1 Mbit/s，对 USB3 Vision 来说太慢。解决方法：换一个端口、线缆或集线器。</translation>
+    </message>
+    <message>
         <source>The camera is plugged in, but it cannot be used: another driver may have taken it, or it reports itself as not ready.</source>
         <translation>相机已插入，但无法使用：可能被其他驱动占用，或相机报告未就绪。</translation>
     </message>

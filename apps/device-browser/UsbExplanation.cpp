@@ -18,6 +18,8 @@ struct Usb {
 
 constexpr uint32_t kSuperSpeedBits = 0x18; ///< super and super-plus in the descriptor's speed bits
 constexpr uint32_t kSlowestSuperSpeed = 5000;
+/// The slowest link that the standard works over.
+constexpr uint32_t kHighSpeed = 480;
 
 QString hex4(uint value)
 {
@@ -71,6 +73,11 @@ QStringList usbObstacles(const KELA_USB_DEVICE_INFO &camera, const DeviceNode &n
             Usb::tr("What helps: a rule for udev in /etc/udev/rules.d/70-cameras.rules, then plug the camera "
                     "in again:"),
             udevRule(camera)};
+    }
+    if (camera.linkSpeed != 0 && camera.linkSpeed < kHighSpeed) {
+        return {Usb::tr("The camera is plugged in, but its link runs at %1 Mbit/s, which is too slow for USB3 "
+                        "Vision. What helps: another port, cable or hub.")
+                    .arg(camera.linkSpeed)};
     }
     return {Usb::tr("The camera is plugged in, but it cannot be used: another driver may have taken it, or it "
                     "reports itself as not ready.")};

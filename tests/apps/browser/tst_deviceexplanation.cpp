@@ -110,6 +110,7 @@ private Q_SLOTS:
     void usbCameraWithoutPermissionGetsAUdevRule();
     void usbCameraWithoutDeviceFileNamesTheFile();
     void usbCameraThatIsBusyOtherwiseHasNoRule();
+    void usbCameraOnALinkTooSlowToUseIsTold();
     void usb3CameraOnASlowPortIsTold();
     void usbCameraAtFullSpeedHasNoHint();
     void ownConnectionIsTold();
@@ -309,6 +310,17 @@ void TestDeviceExplanation::usbCameraThatIsBusyOtherwiseHasNoRule()
     const Explanation explanation = explainDevice(usbCamera(KELA_DEV_STATE_USB3_UNUSABLE), context);
 
     QVERIFY(!words(explanation).contains(QStringLiteral("udev")));
+}
+
+void TestDeviceExplanation::usbCameraOnALinkTooSlowToUseIsTold()
+{
+    KELA_STRUCT_DEVICE_INFO device = usbCamera(KELA_DEV_STATE_USB2_UNUSABLE);
+    device.deviceInfo.special.usb.linkSpeed = 12;
+    DeviceContext context;
+    context.node = {QStringLiteral("/dev/bus/usb/001/005"), true, true};
+
+    QVERIFY(words(explainDevice(device, context)).contains(QStringLiteral("12 Mbit/s")));
+    QVERIFY(words(explainDevice(device, context)).contains(QStringLiteral("too slow")));
 }
 
 void TestDeviceExplanation::usb3CameraOnASlowPortIsTold()
