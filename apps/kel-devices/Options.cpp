@@ -148,11 +148,11 @@ std::optional<Options> readOptions(const QStringList &arguments, QString &error)
 
 QString helpText()
 {
-    QString text =
-        QStringLiteral("kel-devices list|watch [option...]\n\n"
-                       "list   prints the devices that are there and ends.\n"
-                       "watch  prints a line for what is new, changed or gone, until interrupted; as JSON unless\n"
-                       "       a terminal shows it.\n\n");
+    QString text = QStringLiteral(
+        "kel-devices list|watch [option...]\n\n"
+        "list   prints the devices that are there and ends.\n"
+        "watch  prints a line for what is new, changed or gone, until interrupted; as JSON unless\n"
+        "       a terminal shows it.\n\n");
     for (const QCommandLineOption &option : commandOptions()) {
         const QString name = QStringLiteral("--%1 %2").arg(option.names().constFirst(), option.valueName());
         text += QStringLiteral("  %1%2\n").arg(name, -20).arg(option.description());
