@@ -91,10 +91,11 @@ QString missingDisplay()
         return {};
     const QString x = qEnvironmentVariable("DISPLAY");
     const QString wayland = qEnvironmentVariable("WAYLAND_DISPLAY");
-    if (x.isEmpty() && wayland.isEmpty())
+    if (x.isEmpty() && wayland.isEmpty()) {
         return QStringLiteral(
                    "device-browser: there is no display here (DISPLAY and WAYLAND_DISPLAY are not set)") +
                otherwise;
+    }
     if ((!x.isEmpty() && isXServerThere(x)) || (!wayland.isEmpty() && isCompositorThere(wayland)))
         return {};
     return QStringLiteral("device-browser: the display \"%1\" cannot be reached from here")
