@@ -62,7 +62,10 @@ void takeLine(const std::string &line, Description &description)
     int number = 0;
     arguments >> name >> number;
 
-    if (kind == "interface") {
+    if (kind == "producer") {
+        const std::vector<std::string> fields = fieldsOf(rest, 5);
+        description.producer = {fields[0], fields[1], fields[2], fields[3], fields[4]};
+    } else if (kind == "interface") {
         const std::vector<std::string> fields = fieldsOf(rest, 3);
         description.interfaces.push_back({fields[0], fields[1], fields[2], {}});
     } else if (kind == "device" && !description.interfaces.empty()) {

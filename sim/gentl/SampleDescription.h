@@ -11,6 +11,7 @@
 /// "<producer>.txt", which may be changed while a program uses the producer:
 ///
 ///     # a comment
+///     producer VENDOR|MODEL|VERSION|TYPE|DISPLAY NAME
 ///     interface ID|DISPLAY NAME|TYPE
 ///     device ID|VENDOR|MODEL|SERIAL|USER NAME|VERSION|ACCESS STATUS
 ///     devices COUNT                   as many numbered devices
@@ -39,7 +40,16 @@ struct Interface {
     std::vector<Device> devices;
 };
 
+struct ProducerTexts {
+    std::string vendor = "Sample";
+    std::string model = "Sample producer";
+    std::string version = "1.0";
+    std::string type = "Mixed";
+    std::string displayName = "Sample producer";
+};
+
 struct Description {
+    ProducerTexts producer;
     std::vector<Interface> interfaces;
     std::map<std::string, std::int32_t> errors; // by function
     std::map<std::string, int> hangs;           // milliseconds by function

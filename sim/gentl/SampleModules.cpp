@@ -37,7 +37,7 @@ std::string besidePath(const char *ending)
 std::atomic<int> g_callsAtOnce{0};
 std::atomic<std::thread::id> g_caller{};
 
-// A consumer has to make its calls one after another, all from one thread.
+// Between GCInitLib and GCCloseLib, a consumer has to make its calls one after another, all from one thread.
 void noteCaller(const char *function)
 {
     std::thread::id none;
@@ -94,6 +94,11 @@ void rereadDescription()
     producer().description = std::move(description);
 }
 
+void forgetCaller()
+{
+    g_caller.store(std::thread::id());
+}
+
 LastError &lastError()
 {
     static thread_local LastError error;
@@ -141,6 +146,8 @@ GC_ERROR giveText(const std::string &text, INFO_DATATYPE *type, void *buffer, st
     const std::size_t needed = text.size() + (description.has("unterminated") ? 0 : 1);
     const std::size_t room = *size;
     *size = needed;
+    if (!buffer && description.has("wrong-needed-size"))
+        *size = 0xFFFFFFFFU;
     if (!buffer)
         return GC_ERR_SUCCESS;
     if (room < needed)

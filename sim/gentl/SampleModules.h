@@ -68,6 +68,9 @@ struct LastError {
 };
 LastError &lastError();
 
+/// The next consumer may call from another thread.
+void forgetCaller();
+
 /// The standard's way to hand out a text and a number, with the faults that the description asks for.
 GC_ERROR giveText(const std::string &text, INFO_DATATYPE *type, void *buffer, std::size_t *size);
 GC_ERROR giveNumber(std::int32_t number, INFO_DATATYPE *type, void *buffer, std::size_t *size);

@@ -87,6 +87,25 @@ GC_ERROR giveDeviceInfo(const Device &device, std::int32_t command, INFO_DATATYP
     }
 }
 
+GC_ERROR giveProducerInfo(std::int32_t command, INFO_DATATYPE *type, void *buffer, std::size_t *size)
+{
+    const ProducerTexts &texts = producer().description.producer;
+    switch (command) {
+    case TL_INFO_VENDOR:
+        return giveText(texts.vendor, type, buffer, size);
+    case TL_INFO_MODEL:
+        return giveText(texts.model, type, buffer, size);
+    case TL_INFO_VERSION:
+        return giveText(texts.version, type, buffer, size);
+    case TL_INFO_TLTYPE:
+        return giveText(texts.type, type, buffer, size);
+    case TL_INFO_DISPLAYNAME:
+        return giveText(texts.displayName, type, buffer, size);
+    default:
+        return GC_ERR_NOT_IMPLEMENTED;
+    }
+}
+
 } // namespace
 
 SAMPLE_EXPORT GC_ERROR GCInitLib()
@@ -100,10 +119,12 @@ SAMPLE_EXPORT GC_ERROR GCInitLib()
     if (producer().description.has("locale"))
         std::setlocale(LC_ALL, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe): what a careless producer does
     const std::lock_guard lock(producer().mutex);
-    if (call.ordered() != GC_ERR_SUCCESS)
-        return call.ordered();
     if (producer().isInitialised)
         return call.end(GC_ERR_RESOURCE_IN_USE, "initialised already");
+    if (call.ordered() != GC_ERR_SUCCESS) {
+        forgetCaller();
+        return call.ordered();
+    }
     producer().isInitialised = true;
     return GC_ERR_SUCCESS;
 }
@@ -120,7 +141,29 @@ SAMPLE_EXPORT GC_ERROR GCCloseLib()
     producer().published.clear();
     producer().isLayerOpen = false;
     producer().isInitialised = false;
+    forgetCaller();
     return GC_ERR_SUCCESS;
+}
+
+SAMPLE_EXPORT GC_ERROR GCGetInfo(std::int32_t command, INFO_DATATYPE *type, void *buffer, std::size_t *size)
+{
+    const Call call("GCGetInfo");
+    const std::lock_guard lock(producer().mutex);
+    if (call.ordered() != GC_ERR_SUCCESS)
+        return call.ordered();
+    if (!producer().isInitialised)
+        return call.end(GC_ERR_NOT_INITIALIZED, "not initialised");
+    return call.end(giveProducerInfo(command, type, buffer, size));
+}
+
+SAMPLE_EXPORT GC_ERROR TLGetInfo(TL_HANDLE layer, std::int32_t command, INFO_DATATYPE *type, void *buffer,
+                                 std::size_t *size)
+{
+    const Call call("TLGetInfo");
+    const std::lock_guard lock(producer().mutex);
+    if (const GC_ERROR code = checkLayer(call, layer); code != GC_ERR_SUCCESS)
+        return code;
+    return call.end(giveProducerInfo(command, type, buffer, size));
 }
 
 SAMPLE_EXPORT GC_ERROR GCGetLastError(GC_ERROR *code, char *text, std::size_t *size)

@@ -66,6 +66,11 @@ bool isSingleTransport(unsigned int transport)
     return (transport & (transport - 1)) == 0;
 }
 
+std::string numberOf(void *handle)
+{
+    return std::to_string(reinterpret_cast<std::uintptr_t>(handle));
+}
+
 void append(std::vector<KELA_DEVICE_INFO_EX> &all, const std::vector<KELA_DEVICE_INFO_EX> &more)
 {
     all.insert(all.end(), more.begin(), more.end());
@@ -150,7 +155,8 @@ unsigned int KelAIndustryControl::EnumDevicesByGenTL(KELA_GENTL_IF_INFO *pInterf
         std::vector<KELA_DEVICE_INFO_EX> found;
         const unsigned int result = backend->devices(*pInterface, found);
         if (result == KELA_OK)
-            m_impl->devicesByRecord.give(std::move(found), pList->devices, pList->count, "GenTL devices");
+            m_impl->devicesByRecord.give(std::move(found), pList->devices, pList->count,
+                                         "devices of GenTL interface " + std::to_string(pInterface->number));
         return result;
     });
 }
@@ -167,7 +173,8 @@ unsigned int KelAIndustryControl::EnumDevicesByGenTLEx(void *hInterface, KELA_DE
         std::vector<KELA_DEVICE_INFO_EX> found;
         const unsigned int result = backend->devices(hInterface, found);
         if (result == KELA_OK)
-            m_impl->devicesByHandle.give(std::move(found), pList->devices, pList->count, "GenTL devices");
+            m_impl->devicesByHandle.give(std::move(found), pList->devices, pList->count,
+                                         "devices of opened GenTL interface " + numberOf(hInterface));
         return result;
     });
 }
@@ -296,6 +303,19 @@ unsigned int KelAIndustryControl::CloseGenTLInterface(void *hInterface)
     return guarded([&]() -> unsigned int {
         GenTLBackend *backend = m_impl->backends.genTL();
         return backend ? backend->closeInterface(hInterface) : KELA_ERROR_HANDLE;
+    });
+}
+
+unsigned int KelAIndustryControl::GetGenTLProducerInfo(const char *strCtiPath, KELA_GENTL_PRODUCER_INFO *pInfo)
+{
+    if (!pInfo)
+        return KELA_ERROR_PARAMETER;
+    *pInfo = {};
+    if (!strCtiPath)
+        return KELA_ERROR_PARAMETER;
+    return guarded([&]() -> unsigned int {
+        GenTLBackend *backend = m_impl->backends.genTL();
+        return backend ? backend->producerInfo(strCtiPath, *pInfo) : KELA_ERROR_NOT_SUPPORTED;
     });
 }
 

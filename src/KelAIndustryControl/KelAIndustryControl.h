@@ -22,6 +22,28 @@ enum KELA_LOG_LEVEL : int32_t {
 /// @param user   as it was given to SetLogSink
 using KELA_LOG_SINK = void (*)(KELA_LOG_LEVEL level, const char *text, void *user);
 
+/// How a GenTL producer stands.
+enum KELA_PRODUCER_STATE : uint32_t {
+    KELA_PRODUCER_UNKNOWN = 0,        ///< not met by this process yet
+    KELA_PRODUCER_READY = 1,          ///< tried or loaded, and answers as it should
+    KELA_PRODUCER_REFUSED = 2,        ///< not loaded: it is no producer, or its trial went wrong
+    KELA_PRODUCER_FAILING = 3,        ///< loaded or tried, but its last answers were errors
+    KELA_PRODUCER_NOT_RESPONDING = 4, ///< a call into it has not come back in time
+};
+
+/// What is known of a GenTL producer. Texts are as the producer gives them, cut to their room and ended by
+/// a NUL; empty when it has not told them.
+struct KELA_GENTL_PRODUCER_INFO {
+    uint32_t state;         ///< a KELA_PRODUCER_STATE
+    uint32_t errorCode;     ///< of a refused one, the KELA_ERROR that its enumeration gives; else 0
+    char trouble[512];      ///< why it is refused or what failed, in English, for people
+    char vendor[128];       ///< its maker
+    char model[128];        ///< its name
+    char version[64];       ///< its own version
+    char transportType[64]; ///< the standard's word for what it reaches, such as "GEV" or "Mixed"
+    char displayName[128];  ///< how it wants to be called
+};
+
 /// Finds and opens cameras over the public machine-vision standards.
 ///
 /// Objects are independent of each other. Every operation returns 0 or a KELA_ERROR.
@@ -112,6 +134,13 @@ public:
 
     /// Closes a handle of OpenGenTLInterface.
     unsigned int CloseGenTLInterface(void *hInterface);
+
+    /// Tells what is known of a GenTL producer without asking it: never waits for one.
+    /// Thread: any, also during an enumeration.
+    /// @param strCtiPath  path of the producer's file in the local 8-bit encoding
+    /// @param pInfo       receives the facts
+    /// @return KELA_ERROR_PRODUCER_MISSING when there is no such file
+    unsigned int GetGenTLProducerInfo(const char *strCtiPath, KELA_GENTL_PRODUCER_INFO *pInfo);
 
     /// Assigns a GigE Vision device an address until it is switched off. The device obeys only while
     /// nobody holds it; whether it did shows in a later enumeration.

@@ -4,6 +4,7 @@
 #include <KelAIndustryControl/core/Log.h>
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,15 +20,13 @@ class RecordStore
 public:
     /// Points the list at as many of the records as it holds. The rest is left out; their number is
     /// logged when it changes.
+    /// @param subject  whose records they are; each subject's number is its own
     template <std::size_t Limit>
-    void give(std::vector<Record> &&records, Record *(&list)[Limit], std::uint32_t &count, const char *kind)
+    void give(std::vector<Record> &&records, Record *(&list)[Limit], std::uint32_t &count,
+              const std::string &subject)
     {
         const std::size_t leftOut = records.size() > Limit ? records.size() - Limit : 0;
-        if (leftOut != m_leftOut && leftOut) {
-            logLine(KELA_LOG_WARNING, std::string(kind) + ": a list holds " + std::to_string(Limit) +
-                                          ", left out: " + std::to_string(leftOut));
-        }
-        m_leftOut = leftOut;
+        noteLeftOut(subject, Limit, leftOut);
         records.resize(records.size() - leftOut);
         m_records = std::move(records);
         count = static_cast<std::uint32_t>(m_records.size());
@@ -36,8 +35,18 @@ public:
     }
 
 private:
+    void noteLeftOut(const std::string &subject, std::size_t limit, std::size_t leftOut)
+    {
+        if (!leftOut) {
+            m_leftOut.erase(subject);
+        } else if (std::exchange(m_leftOut[subject], leftOut) != leftOut) {
+            logLine(KELA_LOG_WARNING, subject + ": a list holds " + std::to_string(limit) +
+                                          ", left out: " + std::to_string(leftOut));
+        }
+    }
+
     std::vector<Record> m_records;
-    std::size_t m_leftOut = 0;
+    std::map<std::string, std::size_t> m_leftOut; // by subject
 };
 
 } // namespace kela

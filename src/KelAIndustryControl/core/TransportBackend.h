@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+struct KELA_GENTL_PRODUCER_INFO;
+
 /// @file
 /// What a transport provides. A backend belongs to one KelAIndustryControl object, comes into being on
 /// first use and is known to core/Backends.cpp alone. Every operation returns 0 or a KELA_ERROR; out
@@ -78,6 +80,9 @@ public:
     virtual unsigned int unload(const char *producerPath) = 0;
     virtual unsigned int openInterface(const KELA_GENTL_IF_INFO &interface, void *&handle) = 0;
     virtual unsigned int closeInterface(void *handle) = 0;
+
+    /// Tells what is known of a producer; never waits for one.
+    virtual unsigned int producerInfo(const char *producerPath, KELA_GENTL_PRODUCER_INFO &info) = 0;
 };
 
 } // namespace kela

@@ -13,8 +13,6 @@ namespace kela::gentl
 namespace
 {
 
-constexpr Milliseconds kClosingTime{250};
-
 void closeAll(const std::vector<InterfaceHandles::Entry> &entries)
 {
     for (const InterfaceHandles::Entry &entry : entries)
@@ -26,14 +24,11 @@ void closeAll(const std::vector<InterfaceHandles::Entry> &entries)
 GenTLProducers::~GenTLProducers()
 {
     closeAll(InterfaceHandles::removeAll(this, nullptr));
-    std::set<std::uint32_t> tokens = m_givenUp;
-    for (const auto &[path, use] : m_uses)
-        tokens.insert(use->producer().token());
     m_uses.clear();
     // The object often goes just before its process: a producer that closes as it should gets the moment
     // that it needs for that, or the end of the process would meet it half closed.
-    const TimePoint deadline = Clock::now() + kClosingTime;
-    for (const std::uint32_t token : tokens)
+    const TimePoint deadline = Clock::now() + Producer::kMoment;
+    for (const std::uint32_t token : m_used)
         ProducerTable::find(token)->waitClosed(deadline);
 }
 
@@ -70,6 +65,7 @@ GenTLProducers::UsePtr GenTLProducers::beginUse(const std::string &path, Produce
     UsePtr &use = m_uses[path];
     if (!use || &use->producer() != &producer)
         replaced = std::exchange(use, std::make_shared<Producer::Use>(producer));
+    m_used.insert(producer.token());
     m_givenUp.erase(producer.token());
     return use;
 }
@@ -140,7 +136,13 @@ unsigned int GenTLProducers::devices(void *interfaceHandle, std::vector<KELA_DEV
     const InterfaceHandles::Entry entry = InterfaceHandles::find(interfaceHandle);
     if (!entry.use || isGivenUp(entry.use->producer()) || isStale(interfaceHandle, entry.use->producer()))
         return KELA_ERROR_HANDLE;
-    return devicesOf({entry.use, entry.interfaceId}, KELA_INTERFACE_TYPE_GENTL, found);
+    const unsigned int code = devicesOf({entry.use, entry.interfaceId}, KELA_INTERFACE_TYPE_GENTL, found);
+    // Given up meanwhile.
+    if (code == KELA_OK && isStale(interfaceHandle, entry.use->producer())) {
+        found.clear();
+        return KELA_ERROR_HANDLE;
+    }
+    return code;
 }
 
 unsigned int GenTLProducers::unload(const char *producerPath)
@@ -170,6 +172,10 @@ unsigned int GenTLProducers::openInterface(const KELA_GENTL_IF_INFO &interface, 
     const Target target = targetOf(interface);
     if (!target.use)
         return KELA_ERROR_HANDLE;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_used.insert(target.use->producer().token());
+    }
     const unsigned int code = target.use->producer().holdInterface(m_context.cancel, target.interfaceId);
     if (code == KELA_OK)
         handle = InterfaceHandles::add({target.use, target.interfaceId, this});
@@ -182,6 +188,16 @@ unsigned int GenTLProducers::closeInterface(void *handle)
     if (!entry.use)
         return KELA_ERROR_HANDLE;
     entry.use->producer().releaseInterface(entry.interfaceId);
+    return KELA_OK;
+}
+
+unsigned int GenTLProducers::producerInfo(const char *producerPath, KELA_GENTL_PRODUCER_INFO &info)
+{
+    const auto file = ProducerFile::of(producerPath);
+    if (!file)
+        return KELA_ERROR_PRODUCER_MISSING;
+    const Producer *const producer = ProducerTable::known(*file);
+    fillProducerInfo(knownVerdict(*file), producer ? producer->condition() : Producer::Condition(), info);
     return KELA_OK;
 }
 

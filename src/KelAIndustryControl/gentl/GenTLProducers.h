@@ -34,6 +34,7 @@ public:
     unsigned int unload(const char *producerPath) override;
     unsigned int openInterface(const KELA_GENTL_IF_INFO &interface, void *&handle) override;
     unsigned int closeInterface(void *handle) override;
+    unsigned int producerInfo(const char *producerPath, KELA_GENTL_PRODUCER_INFO &info) override;
 
     /// Answers from the status that the producer gave with the device.
     unsigned int isAccessible(const KELA_DEVICE_INFO_EX &info, unsigned int accessMode,
@@ -59,6 +60,7 @@ private:
     const BackendContext m_context;
     std::mutex m_mutex;                                 // guards the rest
     std::map<std::string, UsePtr> m_uses;               // by path as the caller gave it
+    std::set<std::uint32_t> m_used;                     // tokens of producers that were asked anything here
     std::set<std::uint32_t> m_givenUp;                  // tokens of producers unloaded through this object
     std::map<std::uint32_t, const void *> m_staleBelow; // by token: the first handle after the last unloading
 };

@@ -2,6 +2,7 @@
 #include <KelAIndustryControl/gentl/GenTLRecords.h>
 
 #include <KelAIndustryControl/core/FieldText.h>
+#include <KelAIndustryControl/core/Log.h>
 #include <KelAIndustryControl/gentl/Identifiers.h>
 
 #include <cstring>
@@ -57,6 +58,28 @@ KELA_DEVICE_INFO_EX deviceRecord(const Producer &producer, const std::string &in
     region.interfaceNumber = InterfaceNumbers::numberOf(producer.file(), interfaceId);
     region.accessStatus = facts.accessStatus;
     return record;
+}
+
+void fillProducerInfo(const std::optional<Verdict> &verdict, const Producer::Condition &condition,
+                      KELA_GENTL_PRODUCER_INFO &info)
+{
+    const bool isRefused = !condition.isLoaded && verdict && verdict->code != KELA_OK;
+    if (isRefused) {
+        info.state = KELA_PRODUCER_REFUSED;
+        info.errorCode = verdict->code;
+    } else if (!condition.isResponding) {
+        info.state = KELA_PRODUCER_NOT_RESPONDING;
+    } else if (!condition.trouble.empty()) {
+        info.state = KELA_PRODUCER_FAILING;
+    } else if (condition.isLoaded || verdict) {
+        info.state = KELA_PRODUCER_READY;
+    }
+    setFieldText(info.trouble, isRefused ? printable(verdict->text) : printable(condition.trouble));
+    setDisplayText(info.vendor, condition.facts.vendor);
+    setDisplayText(info.model, condition.facts.model);
+    setDisplayText(info.version, condition.facts.version);
+    setDisplayText(info.transportType, condition.facts.transportType);
+    setDisplayText(info.displayName, condition.facts.displayName);
 }
 
 } // namespace kela::gentl

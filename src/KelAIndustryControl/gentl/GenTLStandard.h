@@ -37,6 +37,15 @@ constexpr INFO_DATATYPE INFO_DATATYPE_STRING = 1;
 constexpr INFO_DATATYPE INFO_DATATYPE_INT32 = 5;
 constexpr INFO_DATATYPE INFO_DATATYPE_UINT32 = 6;
 
+constexpr std::int32_t TL_INFO_ID = 0;
+constexpr std::int32_t TL_INFO_VENDOR = 1;
+constexpr std::int32_t TL_INFO_MODEL = 2;
+constexpr std::int32_t TL_INFO_VERSION = 3;
+constexpr std::int32_t TL_INFO_TLTYPE = 4;
+constexpr std::int32_t TL_INFO_NAME = 5;
+constexpr std::int32_t TL_INFO_PATHNAME = 6;
+constexpr std::int32_t TL_INFO_DISPLAYNAME = 7;
+
 constexpr std::int32_t INTERFACE_INFO_ID = 0;
 constexpr std::int32_t INTERFACE_INFO_DISPLAYNAME = 1;
 
@@ -54,7 +63,7 @@ constexpr std::uint32_t DEVICE_ACCESS_STATUS_UNKNOWN = 0;
 constexpr std::uint32_t DEVICE_ACCESS_STATUS_READWRITE = 1;
 constexpr std::uint32_t DEVICE_ACCESS_STATUS_READONLY = 2;
 
-/// The functions of a producer that browsing calls. The last one is the only one that may be missing.
+/// The functions of a producer that browsing calls. The last three may be missing.
 struct ProducerFunctions {
     GC_ERROR (*GCInitLib)() = nullptr;
     GC_ERROR (*GCCloseLib)() = nullptr;
@@ -72,6 +81,8 @@ struct ProducerFunctions {
     GC_ERROR (*IFGetDeviceID)(IF_HANDLE, std::uint32_t, char *, std::size_t *) = nullptr;
     GC_ERROR(*IFGetDeviceInfo)
     (IF_HANDLE, const char *, std::int32_t, INFO_DATATYPE *, void *, std::size_t *) = nullptr;
+    GC_ERROR (*GCGetInfo)(std::int32_t, INFO_DATATYPE *, void *, std::size_t *) = nullptr;
+    GC_ERROR (*TLGetInfo)(TL_HANDLE, std::int32_t, INFO_DATATYPE *, void *, std::size_t *) = nullptr;
     GC_ERROR (*GCGetLastError)(GC_ERROR *, char *, std::size_t *) = nullptr;
 };
 

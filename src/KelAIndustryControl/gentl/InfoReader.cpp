@@ -31,7 +31,10 @@ std::size_t InfoReader::neededSize(const Call &call)
 {
     INFO_DATATYPE type = INFO_DATATYPE_UNKNOWN;
     std::size_t size = 0;
-    return call(&type, nullptr, &size) == GC_ERR_SUCCESS ? size : 0;
+    if (call(&type, nullptr, &size) != GC_ERR_SUCCESS)
+        return 0;
+    m_sizeLied = m_sizeLied || size > kLongestText;
+    return size;
 }
 
 std::string InfoReader::text(const Call &call, GC_ERROR &result)
@@ -44,14 +47,18 @@ std::string InfoReader::text(const Call &call, GC_ERROR &result)
         result = fill(call, room, type, size);
         if (result == GC_ERR_SUCCESS) {
             const bool isText = type == INFO_DATATYPE_UNKNOWN || type == INFO_DATATYPE_STRING;
-            return isText ? std::string(buffer(room), ::strnlen(buffer(room), room)) : std::string();
+            std::string text(buffer(room), ::strnlen(buffer(room), room));
+            if (m_asksSizes)
+                neededSize(call);
+            return isText ? text : std::string();
         }
         if (result != GC_ERR_BUFFER_TOO_SMALL)
             return {};
         const std::size_t needed = neededSize(call);
-        // A size that cannot be is answered with all the room there is. One byte more than told is for
-        // producers that forget the NUL.
-        room = needed == 0 || needed > kLongestText ? m_capacity : std::min(needed + 1, m_capacity);
+        // A size that cannot be, such as one that was too small just now, is answered with all the room
+        // there is. One byte more than told is for producers that forget the NUL.
+        const bool isLikely = needed >= room && needed < m_capacity && attempt == 0;
+        room = isLikely ? needed + 1 : m_capacity;
     }
     return {};
 }

@@ -29,6 +29,9 @@ public:
     {
     }
 
+    /// Asks for the size of every text as well, as one that is too long for the usual room would need it.
+    void askSizes() { m_asksSizes = true; }
+
     /// A text: up to its NUL or the end of the buffer that the producer was given.
     /// @param result  receives the code of the call
     std::string text(const Call &call, GC_ERROR &result);
@@ -36,7 +39,7 @@ public:
     /// A 32-bit number, no value when the type or the size is another.
     std::optional<std::uint32_t> number(const Call &call);
 
-    /// True once a producer told that it wrote more than it was given room for.
+    /// True once a producer told that it wrote more than it was given room for, or needs more than any text.
     bool sizeLied() const { return m_sizeLied; }
 
 private:
@@ -46,6 +49,7 @@ private:
 
     char *m_memory;
     std::size_t m_capacity;
+    bool m_asksSizes = false;
     bool m_sizeLied = false;
 };
 

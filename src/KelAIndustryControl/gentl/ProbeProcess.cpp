@@ -192,7 +192,7 @@ Verdict judge(const Report &report, End end, const Exit &exit)
     if (!report.done || !exit.isGood)
         return {KELA_ERROR_PRODUCER_REFUSED, "its trial ended in " + report.step + exit.text};
     if (report.lied)
-        return {KELA_ERROR_PRODUCER_REFUSED, "it claims to write more than it has room for"};
+        return {KELA_ERROR_PRODUCER_REFUSED, "it hands out sizes that cannot be"};
     return {};
 }
 
@@ -233,6 +233,10 @@ std::optional<Verdict> runProbe(const std::string &file, const CancelSignal &can
         return Verdict{KELA_ERROR_RESOURCE, std::generic_category().message(errno)};
     const UniqueFd readEnd(ends[0]);
     UniqueFd writeEnd(ends[1]);
+    // In a host that closed its standard files, the pipe would stand where the probe's are put.
+    writeEnd = UniqueFd(::fcntl(writeEnd.get(), F_DUPFD_CLOEXEC, kProbePipe + 1));
+    if (!writeEnd)
+        return Verdict{KELA_ERROR_RESOURCE, std::generic_category().message(errno)};
 
     std::string programName = program;
     std::string fileName = file;

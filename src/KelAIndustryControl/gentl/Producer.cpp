@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <iterator>
 #include <system_error>
 #include <thread>
@@ -61,6 +62,18 @@ bool Producer::isLoaded() const
     return m_isLoaded;
 }
 
+Producer::Condition Producer::condition() const
+{
+    const std::lock_guard lock(m_mutex);
+    Condition now;
+    now.isLoaded = m_isLoaded;
+    now.isResponding = !(m_current && m_current->isAbandoned);
+    now.facts = m_facts;
+    if (!m_troubles.empty())
+        now.trouble = m_troubles.begin()->second;
+    return now;
+}
+
 unsigned int Producer::listInterfaces(const CancelSignal &cancel, std::vector<InterfaceFacts> &found)
 {
     // Shared with the task, which may outlive this call.
@@ -87,7 +100,7 @@ void Producer::keepInterfaces(const std::vector<InterfaceFacts> &interfaces)
             std::any_of(interfaces.begin(), interfaces.end(),
                         [&](const InterfaceFacts &facts) { return facts.identifier == kept->first; });
         if (!isListed)
-            m_troubles.erase(kept->first);
+            forgetTrouble(kept->first);
         kept = isListed ? std::next(kept) : m_lastDevices.erase(kept);
     }
 }
@@ -174,6 +187,24 @@ void Producer::post(Task task)
         enqueue(request);
 }
 
+bool Producer::startThread()
+{
+    // The host's signal handlers have no business inside a producer.
+    sigset_t all;
+    sigset_t before;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before);
+    bool isStarted = true;
+    try {
+        // Nobody ever joins it: it may be held up in the producer for ever.
+        std::thread([this] { threadMain(); }).detach();
+    } catch (const std::system_error &) {
+        isStarted = false;
+    }
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return isStarted;
+}
+
 // With m_mutex held.
 bool Producer::enqueue(const std::shared_ptr<Request> &request)
 {
@@ -181,15 +212,10 @@ bool Producer::enqueue(const std::shared_ptr<Request> &request)
     m_wake.notify_all();
     if (m_hasThread)
         return true;
-    try {
-        // Nobody ever joins it: it may be held up in the producer for ever.
-        std::thread([this] { threadMain(); }).detach();
-    } catch (const std::system_error &) {
+    m_hasThread = startThread();
+    if (!m_hasThread)
         m_queue.pop_back();
-        return false;
-    }
-    m_hasThread = true;
-    return true;
+    return m_hasThread;
 }
 
 unsigned int Producer::giveUp(const std::shared_ptr<Request> &request, bool isCancelled)
@@ -200,8 +226,11 @@ unsigned int Producer::giveUp(const std::shared_ptr<Request> &request, bool isCa
         if (request->progress == Progress::Finished)
             return request->result;
         m_queue.erase(std::remove(m_queue.begin(), m_queue.end(), request), m_queue.end());
-        if (isCancelled)
+        if (isCancelled) {
+            request->isLeft = true;
+            m_ended.notify_all();
             return KELA_ERROR_CANCELLED;
+        }
         // One that waits behind another's request has not met the producer yet.
         const bool isLate = m_current && (m_current == request || Clock::now() - m_current->start >= kLimit);
         isNew = isLate && !m_current->isAbandoned;
@@ -303,6 +332,10 @@ unsigned int Producer::openSession()
         return resultCode(result, {});
     }
     m_session = std::move(session);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_facts = m_session->facts();
+    }
     if (const auto onFirstOpen = std::exchange(m_onFirstOpen, nullptr))
         onFirstOpen();
     return KELA_OK;
@@ -315,13 +348,14 @@ void Producer::closeSession()
     m_session.reset();
     m_lastInterfaces.reset();
     m_lastDevices.clear();
+    const std::lock_guard lock(m_mutex);
     m_troubles.clear();
 }
 
 unsigned int Producer::resultCode(const ProducerSession::Result &result, const std::string &subject)
 {
     if (result) {
-        m_troubles.erase(subject);
+        forgetTrouble(subject);
         return KELA_OK;
     }
     tellTrouble(subject, result.what);
@@ -331,20 +365,32 @@ unsigned int Producer::resultCode(const ProducerSession::Result &result, const s
 // One line per change, not per pass.
 void Producer::tellTrouble(const std::string &subject, const std::string &trouble)
 {
-    std::string &told = m_troubles[subject];
-    if (told == trouble)
-        return;
-    told = trouble;
+    {
+        const std::lock_guard lock(m_mutex);
+        std::string &told = m_troubles[subject];
+        if (told == trouble)
+            return;
+        told = trouble;
+    }
     const std::string where = subject.empty() ? std::string() : ", interface " + printable(subject);
     logLine(KELA_LOG_WARNING, "GenTL producer " + printable(m_file) + where + ": " + printable(trouble));
+}
+
+void Producer::forgetTrouble(const std::string &subject)
+{
+    const std::lock_guard lock(m_mutex);
+    m_troubles.erase(subject);
 }
 
 void Producer::waitClosed(TimePoint deadline)
 {
     std::unique_lock lock(m_mutex);
     while (m_hasThread && m_users == 0 && !(m_current && m_current->isAbandoned)) {
-        if (m_ended.wait_until(lock, deadline) == std::cv_status::timeout)
+        const bool isLeft = m_current && m_current->isLeft;
+        const TimePoint until = isLeft ? std::min(deadline, m_current->start + kMoment) : deadline;
+        if (Clock::now() >= until)
             return;
+        m_ended.wait_until(lock, until);
     }
 }
 

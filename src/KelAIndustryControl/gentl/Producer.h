@@ -28,6 +28,8 @@ class Producer
 public:
     /// Longest time that a caller waits for the producer.
     static constexpr Milliseconds kLimit{5000};
+    /// What a call usually takes at most.
+    static constexpr Milliseconds kMoment{250};
 
     /// @param file         its real path
     /// @param token        its number in the process
@@ -62,6 +64,15 @@ public:
     bool isUsed() const;
     bool isLoaded() const;
 
+    /// What is known of it now, without asking it.
+    struct Condition {
+        bool isLoaded = false;
+        bool isResponding = true;
+        ProducerFacts facts; ///< as it told them when it was opened last
+        std::string trouble; ///< what failed last, empty when it answers as it should
+    };
+    Condition condition() const;
+
     /// The operations below wait for the producer's thread, kLimit at most. A request that is not answered
     /// by then is left to that thread; until it comes back, further requests give KELA_ERROR_TIMEOUT at once.
     unsigned int listInterfaces(const CancelSignal &cancel, std::vector<InterfaceFacts> &found);
@@ -72,7 +83,8 @@ public:
     /// Returns at once.
     void releaseInterface(const std::string &interfaceId);
 
-    /// Waits until a producer that nobody uses any more is closed, unless it does not respond.
+    /// Waits until a producer that nobody uses any more is closed, unless it does not respond: a call that
+    /// its caller left is given kMoment from its start.
     void waitClosed(TimePoint deadline);
 
 private:
@@ -85,7 +97,8 @@ private:
         Task task;
         UniqueFd finished; // readable when it is; not there when nobody waits
         Progress progress = Progress::Waiting;
-        bool isAbandoned = false;
+        bool isAbandoned = false; // took longer than anybody waits
+        bool isLeft = false;      // its caller was cancelled meanwhile
         TimePoint start;
         unsigned int result = 0;
     };
@@ -94,6 +107,7 @@ private:
     void post(Task task);
     bool enqueue(const std::shared_ptr<Request> &request);
     unsigned int giveUp(const std::shared_ptr<Request> &request, bool isCancelled);
+    bool startThread();
     void threadMain();
     void runNext(std::unique_lock<std::mutex> &lock);
     unsigned int perform(const Request &request);
@@ -102,12 +116,13 @@ private:
     void closeSession();
     unsigned int resultCode(const ProducerSession::Result &result, const std::string &subject);
     void tellTrouble(const std::string &subject, const std::string &trouble);
+    void forgetTrouble(const std::string &subject);
     void keepInterfaces(const std::vector<InterfaceFacts> &interfaces);
 
     const std::string m_file;
     const std::uint32_t m_token;
 
-    mutable std::mutex m_mutex; // guards the members down to m_isLoaded
+    mutable std::mutex m_mutex; // guards the members down to m_troubles
     std::condition_variable m_wake;
     std::condition_variable m_ended;
     std::deque<std::shared_ptr<Request>> m_queue;
@@ -115,13 +130,14 @@ private:
     int m_users = 0;
     bool m_hasThread = false;
     bool m_isLoaded = false;
+    ProducerFacts m_facts;
+    std::map<std::string, std::string> m_troubles; // by interface, "" for the producer itself
 
     // Touched by the producer's thread alone.
     void (*m_onFirstOpen)();
     std::unique_ptr<ProducerSession> m_session;
     std::optional<std::vector<InterfaceFacts>> m_lastInterfaces;
     std::map<std::string, std::vector<DeviceFacts>> m_lastDevices;
-    std::map<std::string, std::string> m_troubles; // by interface, "" for the producer itself
 };
 
 } // namespace kela::gentl

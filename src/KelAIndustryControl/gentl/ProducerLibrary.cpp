@@ -75,6 +75,8 @@ bool ProducerLibrary::resolve(std::string &error)
     need("IFGetNumDevices", m_functions.IFGetNumDevices);
     need("IFGetDeviceID", m_functions.IFGetDeviceID);
     need("IFGetDeviceInfo", m_functions.IFGetDeviceInfo);
+    resolveOne(m_library, "GCGetInfo", m_functions.GCGetInfo);
+    resolveOne(m_library, "TLGetInfo", m_functions.TLGetInfo);
     resolveOne(m_library, "GCGetLastError", m_functions.GCGetLastError);
     if (missing)
         error = std::string("it has no function ") + missing;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <KelAIndustryControl/gentl/ProducerSession.h>
 
+#include <KelAIndustryControl/gentl/LocaleKeeper.h>
+
 #include <algorithm>
-#include <clocale>
 #include <set>
 #include <string>
 #include <utility>
@@ -14,33 +15,9 @@ namespace
 
 constexpr std::uint64_t kUpdateTimeoutMs = 1000;
 constexpr std::uint32_t kMostEntries = 4096;
+// Behind the room for texts: one byte too many hurts nobody.
+constexpr std::size_t kSpare = 4096;
 constexpr int kMostMissesInARow = 16;
-
-/// Puts the process's locale back when a producer changed it: texts and numbers of the host depend on it.
-class LocaleKeeper
-{
-public:
-    LocaleKeeper()
-        : m_before(current())
-    {
-    }
-    ~LocaleKeeper()
-    {
-        if (current() != m_before)
-            std::setlocale(LC_ALL, m_before.c_str()); // NOLINT(concurrency-mt-unsafe): undoes a call as unsafe
-    }
-    LocaleKeeper(const LocaleKeeper &) = delete;
-    LocaleKeeper &operator=(const LocaleKeeper &) = delete;
-
-private:
-    static std::string current()
-    {
-        const char *const name = std::setlocale(LC_ALL, nullptr); // NOLINT(concurrency-mt-unsafe): only asks
-        return name ? name : "C";
-    }
-
-    const std::string m_before;
-};
 
 } // namespace
 
@@ -52,9 +29,11 @@ ProducerSession::ProducerSession(std::string path)
 ProducerSession::ProducerSession(std::string path, Options options)
     : m_path(std::move(path))
     , m_options(std::move(options))
-    , m_ownMemory(m_options.memory ? 0 : kMemorySize)
+    , m_ownMemory(m_options.memory ? 0 : kMemorySize + kSpare)
     , m_reader(m_options.memory ? m_options.memory : m_ownMemory.data(), kMemorySize)
 {
+    if (m_options.asksSizes)
+        m_reader.askSizes();
 }
 
 ProducerSession::~ProducerSession() = default;
@@ -103,12 +82,55 @@ ProducerSession::Result ProducerSession::open()
     if (code != GC_ERR_SUCCESS && code != GC_ERR_RESOURCE_IN_USE)
         return checked(code, "GCInitLib");
     Result result = openLayer();
-    if (!result && m_isInitialised) {
-        step("GCCloseLib");
-        call(m_library->functions().GCCloseLib);
-        m_isInitialised = false;
+    if (result) {
+        readFacts();
+    } else {
+        closeLibrary();
     }
     return result;
+}
+
+void ProducerSession::closeLibrary()
+{
+    if (m_isInitialised) {
+        step("GCCloseLib");
+        m_closedWell = call(m_library->functions().GCCloseLib) == GC_ERR_SUCCESS && m_closedWell;
+    }
+    m_isInitialised = false;
+}
+
+// A fact that the layer does not tell may be told without it. Neither call has to be there.
+std::string ProducerSession::readFact(std::int32_t command)
+{
+    const ProducerFunctions &producer = m_library->functions();
+    GC_ERROR code = GC_ERR_NOT_IMPLEMENTED;
+    std::string text;
+    if (producer.TLGetInfo) {
+        step("TLGetInfo");
+        text = m_reader.text(
+            [&](INFO_DATATYPE *type, void *buffer, std::size_t *size) {
+                return call(producer.TLGetInfo, m_layer, command, type, buffer, size);
+            },
+            code);
+    }
+    if (code != GC_ERR_SUCCESS && producer.GCGetInfo) {
+        step("GCGetInfo");
+        text = m_reader.text(
+            [&](INFO_DATATYPE *type, void *buffer, std::size_t *size) {
+                return call(producer.GCGetInfo, command, type, buffer, size);
+            },
+            code);
+    }
+    return text;
+}
+
+void ProducerSession::readFacts()
+{
+    m_facts.vendor = readFact(TL_INFO_VENDOR);
+    m_facts.model = readFact(TL_INFO_MODEL);
+    m_facts.version = readFact(TL_INFO_VERSION);
+    m_facts.transportType = readFact(TL_INFO_TLTYPE);
+    m_facts.displayName = readFact(TL_INFO_DISPLAYNAME);
 }
 
 ProducerSession::Result ProducerSession::openLayer()
@@ -142,9 +164,9 @@ ProducerSession::Result ProducerSession::readIdentifiers(const ListCalls &calls,
             m_reader.text([&](INFO_DATATYPE *type, void *buffer,
                               std::size_t *size) { return calls.identifier(index, type, buffer, size); },
                           code);
-        // Entries that went since they were counted are no failure of the list.
-        const bool isGone =
-            code == GC_ERR_INVALID_INDEX || code == GC_ERR_INVALID_ID || code == GC_ERR_INVALID_PARAMETER;
+        // Entries that went since they were counted, or that fit into no room, are no failure of the list.
+        const bool isGone = code == GC_ERR_INVALID_INDEX || code == GC_ERR_INVALID_ID ||
+                            code == GC_ERR_INVALID_PARAMETER || code == GC_ERR_BUFFER_TOO_SMALL;
         if (code != GC_ERR_SUCCESS && !isGone)
             return checked(code, calls.identifierName);
         misses = isGone || id.empty() ? misses + 1 : 0;
@@ -193,20 +215,15 @@ void ProducerSession::close()
 {
     while (!m_interfaces.empty())
         closeInterface(m_interfaces.begin()->first);
-    bool isClosed = true;
     if (m_isOpen) {
         step("TLClose");
-        isClosed = call(m_library->functions().TLClose, m_layer) == GC_ERR_SUCCESS;
+        m_closedWell = call(m_library->functions().TLClose, m_layer) == GC_ERR_SUCCESS && m_closedWell;
     }
     m_isOpen = false;
     m_layer = nullptr;
-    if (m_isInitialised) {
-        step("GCCloseLib");
-        isClosed = call(m_library->functions().GCCloseLib) == GC_ERR_SUCCESS && isClosed;
-    }
-    m_isInitialised = false;
-    // One that did not close well may have threads in its code still: it stays loaded.
-    if (m_library && isClosed) {
+    closeLibrary();
+    // One that did not close well stays loaded.
+    if (m_library && m_closedWell) {
         step("unload");
         m_library->unload();
     }

@@ -33,6 +33,15 @@ struct DeviceFacts {
     std::uint32_t accessStatus = DEVICE_ACCESS_STATUS_UNKNOWN;
 };
 
+/// What a producer tells of itself; texts that it has not are empty.
+struct ProducerFacts {
+    std::string vendor;
+    std::string model;
+    std::string version;
+    std::string transportType;
+    std::string displayName;
+};
+
 /// All calls into one producer: its file loaded, its one transport layer open, its interfaces opened as
 /// they are needed. Nothing that a producer answers or throws leaves it unchecked.
 /// Thread: one, from open() on; the producer keeps state per thread.
@@ -42,6 +51,7 @@ public:
     /// Where the texts of a producer are put and who hears of the steps.
     struct Options {
         char *memory = nullptr; ///< kMemorySize bytes that outlive the session; null: the session's own
+        bool asksSizes = false; ///< asks for the size of every text as well
         /// Called before each step with its name.
         std::function<void(const char *step)> onStep;
     };
@@ -70,8 +80,12 @@ public:
     /// Loads the file. False and what was wrong when it is no producer.
     bool load(std::string &error);
 
-    /// Initialises the producer and opens its transport layer. What a failure leaves is taken back.
+    /// Initialises the producer, opens its transport layer and asks what it is. What a failure leaves is
+    /// taken back.
     Result open();
+
+    /// What the producer told when it was opened.
+    const ProducerFacts &facts() const { return m_facts; }
 
     /// Updates the producer's list of interfaces and gives it, one entry per identifier.
     Result listInterfaces(std::vector<InterfaceFacts> &found);
@@ -110,6 +124,9 @@ private:
     Result checked(GC_ERROR code, const char *name) const;
     void step(const char *name) const;
     Result openLayer();
+    void closeLibrary();
+    std::string readFact(std::int32_t command);
+    void readFacts();
     Result useInterface(const std::string &interfaceId, IF_HANDLE &handle);
     bool reopenInterface(const std::string &interfaceId, IF_HANDLE &handle);
     void closeInterface(const std::string &interfaceId);
@@ -132,6 +149,8 @@ private:
     TL_HANDLE m_layer = nullptr;
     bool m_isInitialised = false; // by us: another component's producer is not ours to close
     bool m_isOpen = false;
+    bool m_closedWell = true; // else it may have threads in its code still
+    ProducerFacts m_facts;
     std::map<std::string, OpenInterface> m_interfaces;
 };
 

@@ -105,6 +105,17 @@ Producer &ProducerTable::producerOf(const ProducerFile &file)
     return *table.known.back().producer;
 }
 
+Producer *ProducerTable::known(const ProducerFile &file)
+{
+    Producers &table = producers();
+    const std::lock_guard lock(table.mutex);
+    for (const Known &known : table.known) {
+        if (isSameFile(known, file))
+            return known.producer.get();
+    }
+    return nullptr;
+}
+
 Producer *ProducerTable::find(std::uint32_t token)
 {
     Producers &table = producers();

@@ -19,6 +19,9 @@ public:
     /// The one producer of a file, whatever path or link led to it.
     static Producer &producerOf(const ProducerFile &file);
 
+    /// The same, null for a file that was not met yet.
+    static Producer *known(const ProducerFile &file);
+
     /// The producer with a token, null for an unknown one.
     static Producer *find(std::uint32_t token);
 };

@@ -29,8 +29,9 @@ struct Trial {
 };
 
 struct Trials {
-    std::mutex mutex; // guards the map and the verdicts
+    std::mutex mutex; // guards the rest and the verdicts
     std::map<ProducerFile, std::shared_ptr<Trial>> trials;
+    std::map<ProducerFile, Verdict> impossible; // why the last trial could not be made
 };
 
 // Never destroyed: workers may outlive the statics of the process.
@@ -65,21 +66,32 @@ std::optional<Verdict> makeTrial(const ProducerFile &file, const CancelSignal &c
     }
 }
 
+/// Keeps how a trial ended. True when it is worth a line.
+bool keepEnd(const ProducerFile &file, Trial &trial, const std::optional<Verdict> &verdict)
+{
+    Trials &table = trials();
+    const std::lock_guard lock(table.mutex);
+    trial.verdict = verdict;
+    // Without a verdict the next one who asks makes the trial again; so it is when the probe could not
+    // even be started.
+    const bool isMade = verdict && verdict->code != KELA_ERROR_RESOURCE;
+    if (!isMade)
+        table.trials.erase(file);
+    if (isMade) {
+        table.impossible.erase(file);
+    } else if (verdict) {
+        return std::exchange(table.impossible[file], *verdict).text != verdict->text;
+    }
+    return isMade && verdict->code != KELA_OK;
+}
+
 void conclude(const ProducerFile &file, Trial &trial, const std::optional<Verdict> &verdict)
 {
-    {
-        Trials &table = trials();
-        const std::lock_guard lock(table.mutex);
-        trial.verdict = verdict;
-        // Without a verdict the next one who asks makes the trial again; so it is when the probe could
-        // not even be started.
-        if (!verdict || verdict->code == KELA_ERROR_RESOURCE)
-            table.trials.erase(file);
-    }
+    const bool isTold = keepEnd(file, trial, verdict);
     const std::uint64_t one = 1;
     if (::write(trial.ended.get(), &one, sizeof one) < 0)
         logLine(KELA_LOG_ERROR, "the end of a producer's trial cannot be told");
-    if (verdict && verdict->code != KELA_OK) {
+    if (isTold) {
         logLine(KELA_LOG_WARNING,
                 "GenTL producer " + printable(file.path) + " is refused: " + printable(verdict->text));
     }
@@ -113,6 +125,17 @@ unsigned int tryProducer(const ProducerFile &file, const CancelSignal &cancel)
             return trial->verdict->code;
     }
     return KELA_ERROR_CANCELLED;
+}
+
+std::optional<Verdict> knownVerdict(const ProducerFile &file)
+{
+    Trials &table = trials();
+    const std::lock_guard lock(table.mutex);
+    const auto made = table.trials.find(file);
+    if (made != table.trials.end() && made->second->verdict)
+        return made->second->verdict;
+    const auto impossible = table.impossible.find(file);
+    return impossible == table.impossible.end() ? std::nullopt : std::optional(impossible->second);
 }
 
 } // namespace kela::gentl

@@ -4,6 +4,7 @@
 #include <KelAIndustryControl/core/CancelSignal.h>
 #include <KelAIndustryControl/gentl/ProducerFile.h>
 
+#include <optional>
 #include <string>
 
 namespace kela::gentl
@@ -21,5 +22,8 @@ struct Verdict {
 /// @return KELA_OK or why the file must not be loaded; one log line the first time
 /// Thread: any; a second caller for the same file waits for the first one's verdict.
 unsigned int tryProducer(const ProducerFile &file, const CancelSignal &cancel);
+
+/// The verdict on a file as far as there is one. Never waits.
+std::optional<Verdict> knownVerdict(const ProducerFile &file);
 
 } // namespace kela::gentl

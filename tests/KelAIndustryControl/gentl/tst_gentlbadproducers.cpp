@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <chrono>
+#include <cstdlib>
 
 namespace
 {
@@ -101,7 +104,7 @@ TEST_F(GenTLBadProducers, errorAtEachCallIsTheProducersAndPasses)
 TEST_F(GenTLBadProducers, errorOfACallThatGivesDetailsCostsTheDetailsOnly)
 {
     const std::string path = folder.add("KelFGSampleGEV.cti", "details.cti");
-    describe(path, std::string(kOneInterface) +
+    describe(path, std::string(kOneInterface) + "error GCGetInfo -1003\nerror TLGetInfo -1003\n" +
                        "error TLGetInterfaceInfo -1001\nerror IFGetDeviceInfo -1009\n" +
                        "error IFClose -1001\nerror TLClose -1001\nerror GCCloseLib -1001\n");
     const Interfaces interfaces = interfacesOf(access, path);
@@ -179,13 +182,22 @@ TEST_F(GenTLBadProducers, unterminatedTextsEndWhereTheyEnd)
 TEST_F(GenTLBadProducers, sizesThatLieAreRefused)
 {
     EXPECT_EQ(codeOf("BadWrongSize.cti"), KELA_ERROR_PRODUCER_REFUSED);
-    EXPECT_EQ(log.count("claims to write more"), 1);
+    EXPECT_EQ(log.count("sizes that cannot be"), 1);
+}
+
+TEST_F(GenTLBadProducers, neededSizesThatLieAreRefused)
+{
+    const std::string path = folder.add("KelFGSampleGEV.cti", "needs.cti");
+    describe(path, std::string(kOneInterface) + "fault wrong-needed-size\n");
+
+    EXPECT_EQ(interfacesOf(access, path).code, KELA_ERROR_PRODUCER_REFUSED);
+    EXPECT_EQ(log.count("sizes that cannot be"), 1);
 }
 
 TEST_F(GenTLBadProducers, writingBeyondTheRoomIsRefused)
 {
     EXPECT_EQ(codeOf("BadOverflow.cti"), KELA_ERROR_PRODUCER_REFUSED);
-    EXPECT_EQ(log.count("ended in TLGetInterfaceID"), 1);
+    EXPECT_EQ(log.count("ended in TLGetInfo"), 1);
 }
 
 TEST_F(GenTLBadProducers, countsThatLieGiveWhatIsThere)
@@ -205,6 +217,35 @@ TEST_F(GenTLBadProducers, threeHundredDevicesGiveAFullListAndALine)
 
     EXPECT_EQ(devicesOf(access, interfaces.records[0]).records.size(), 256U);
     EXPECT_EQ(log.count("left out: 44"), 1);
+}
+
+TEST_F(GenTLBadProducers, fullListBesideAShortOneIsToldOnce)
+{
+    const std::string path = folder.add("KelFGSampleGEV.cti", "mixed.cti");
+    describe(path, "interface long|Long|GEV\ndevices 300\ninterface short|Short|GEV\ndevices 2\n");
+    const Interfaces interfaces = interfacesOf(access, path);
+    ASSERT_EQ(interfaces.records.size(), 2U);
+    for (int pass = 0; pass < 3; ++pass) {
+        for (const KELA_GENTL_IF_INFO &interface : interfaces.records)
+            EXPECT_EQ(devicesOf(access, interface).code, KELA_OK);
+    }
+
+    EXPECT_EQ(log.count("left out: 44"), 1);
+}
+
+TEST(GenTLBadProducersDeathTest, hostWithoutStandardFilesTriesProducers)
+{
+    EXPECT_EXIT(
+        {
+            SampleFolder folder;
+            const std::string path = folder.add("KelFGSampleGEV.cti", "a.cti");
+            for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+                ::close(file);
+            KelAIndustryControl own;
+            const unsigned int code = interfacesOf(own, path).code;
+            std::_Exit(code == KELA_OK ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 TEST_F(GenTLBadProducers, changedFileIsTriedAgain)

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <memory>
 
 namespace
 {
@@ -149,6 +150,20 @@ TEST_F(GenTLHandles, recordThatNamesNoInterfaceIsRefused)
     std::fill(std::begin(wrong.identifier), std::end(wrong.identifier), 'x');
 
     EXPECT_EQ(devicesOf(tree, wrong).code, KELA_ERROR_HANDLE);
+}
+
+TEST_F(GenTLHandles, objectThatOnlyOpenedAnInterfaceGivesTheProducerItsMomentToClose)
+{
+    describe(path, std::string(kOneInterface) + "hang TLClose 100\n");
+    interfacesOf(tree, path);
+    auto lastUser = std::make_unique<KelAIndustryControl>();
+    void *handle = nullptr;
+    ASSERT_EQ(lastUser->OpenGenTLInterface(&interface, &handle), KELA_OK);
+    tree.UnloadGenTLLibrary(path.c_str());
+    const auto begin = std::chrono::steady_clock::now();
+    lastUser.reset();
+
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(90));
 }
 
 TEST_F(GenTLHandles, missingArgumentsAreRefused)

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
+#include <memory>
 #include <thread>
 
 namespace
@@ -79,6 +81,9 @@ TEST_F(GenTLHangs, hungProducerGivesNoAnswerInTimeAndOthersGoOn)
     EXPECT_GE(waited, kLimit);
     EXPECT_LT(waited, kLimit + seconds(3));
     EXPECT_EQ(log.count("does not respond"), 1);
+    KELA_GENTL_PRODUCER_INFO info = {};
+    EXPECT_EQ(access.GetGenTLProducerInfo(path.c_str(), &info), KELA_OK);
+    EXPECT_EQ(info.state, KELA_PRODUCER_NOT_RESPONDING);
 
     // It counts as not responding: nobody waits for it again, and the other one is not concerned.
     EXPECT_EQ(interfacesOf(access, path).code, KELA_ERROR_TIMEOUT);
@@ -171,6 +176,51 @@ TEST_F(GenTLHangs, destroyingAnObjectGivesItsProducerAMomentOnly)
     own.reset();
 
     EXPECT_LT(SteadyClock::now() - begin, seconds(2));
+}
+
+TEST_F(GenTLHangs, destroyingAnObjectWhoseCallHangsDoesNotWaitForIt)
+{
+    hang("TLUpdateInterfaceList", milliseconds(3000));
+    auto own = std::make_unique<KelAIndustryControl>();
+    std::thread worker([&] { interfacesOf(*own, path); });
+    std::this_thread::sleep_for(milliseconds(400));
+    own->CancelEnum();
+    worker.join();
+    access.UnloadGenTLLibrary(path.c_str());
+    const auto begin = SteadyClock::now();
+    own.reset();
+
+    // The moment that a producer gets for closing is 250 ms.
+    EXPECT_LT(SteadyClock::now() - begin, milliseconds(200));
+}
+
+TEST(GenTLHangsDeathTest, leavingTheProgramDuringACallThatHangsDoesNotWaitForIt)
+{
+#if defined(__SANITIZE_THREAD__)
+    GTEST_SKIP()
+        << "the program ends with a thread inside the producer, which ThreadSanitizer takes for a race";
+#endif
+    EXPECT_EXIT(
+        {
+            static SteadyClock::time_point leaving;
+            // Registered first, so it runs behind everything that could wait.
+            std::atexit([] { std::_Exit(SteadyClock::now() - leaving < milliseconds(500) ? 0 : 2); });
+            SampleFolder folder;
+            const std::string path = folder.add("KelFGSampleGEV.cti", "a.cti");
+            describe(path, kOneInterface);
+            auto access = std::make_unique<KelAIndustryControl>();
+            if (interfacesOf(*access, path).records.size() != 1)
+                std::_Exit(1);
+            describe(path, std::string(kOneInterface) + "hang TLUpdateInterfaceList 3600000\n");
+            std::thread worker([&] { interfacesOf(*access, path); });
+            std::this_thread::sleep_for(milliseconds(400));
+            access->CancelEnum();
+            worker.join();
+            leaving = SteadyClock::now();
+            access.reset();
+            std::exit(3); // NOLINT(concurrency-mt-unsafe): the handler above gives the code
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 TEST(GenTLHangsDeathTest, leavingTheProgramDoesNotWaitForAHungProducer)

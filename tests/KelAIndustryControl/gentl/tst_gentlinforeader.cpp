@@ -141,6 +141,36 @@ TEST_F(Reading, neededSizeThatCannotBeIsAnsweredWithAllTheRoom)
     EXPECT_EQ(largest, kMemory);
 }
 
+TEST_F(Reading, neededSizeThatIsTooSmallIsAnsweredWithAllTheRoom)
+{
+    // Gives its size in words, say, or in the digits of a number.
+    const std::string text(3000, 'x');
+    const auto call = [&](INFO_DATATYPE *type, void *buffer, std::size_t *size) -> GC_ERROR {
+        if (buffer)
+            return good(text)(type, buffer, size);
+        *size = 10;
+        return GC_ERR_SUCCESS;
+    };
+
+    EXPECT_EQ(reader.text(call, code), text);
+}
+
+TEST_F(Reading, neededSizeOfEveryTextIsAskedWhereItIsWanted)
+{
+    const auto call = [&](INFO_DATATYPE *type, void *buffer, std::size_t *size) -> GC_ERROR {
+        if (buffer)
+            return good("short")(type, buffer, size);
+        *size = 0xFFFFFFFFU;
+        return GC_ERR_SUCCESS;
+    };
+    EXPECT_EQ(reader.text(call, code), "short");
+    EXPECT_FALSE(reader.sizeLied());
+    reader.askSizes();
+    EXPECT_EQ(reader.text(call, code), "short");
+
+    EXPECT_TRUE(reader.sizeLied());
+}
+
 TEST_F(Reading, valueOfAnotherTypeIsNoText)
 {
     const auto call = [](INFO_DATATYPE *type, void *buffer, std::size_t *size) {

@@ -64,6 +64,7 @@ void Script::reset()
     m_nodes.clear();
     m_claimedCount = 0;
     m_producers.clear();
+    m_producerInfos.clear();
     m_handles.clear();
     m_nextFaults.clear();
     m_faults.clear();
@@ -142,50 +143,6 @@ void Script::claimCount(uint32_t count)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_claimedCount = count;
-}
-
-void Script::addProducer(const std::string &path)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_producers[path];
-}
-
-void Script::plugInterface(const std::string &path, const KELA_GENTL_IF_INFO &interface)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_producers[path].push_back(interface);
-}
-
-void Script::unplugInterface(const std::string &path, const std::string &identifier)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    std::vector<KELA_GENTL_IF_INFO> &interfaces = m_producers[path];
-    interfaces.erase(std::remove_if(interfaces.begin(), interfaces.end(),
-                                    [&identifier](const KELA_GENTL_IF_INFO &interface) {
-                                        return fixedText(interface.identifier) == identifier;
-                                    }),
-                     interfaces.end());
-}
-
-void *Script::openInterface(const std::string &identifier, uint32_t number)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    for (const auto &producer : m_producers) {
-        for (const KELA_GENTL_IF_INFO &interface : producer.second) {
-            if (fixedText(interface.identifier) == identifier && interface.number == number) {
-                void *handle = &m_handleCells.emplace_back();
-                m_handles[handle] = {producer.first, identifier, number};
-                return handle;
-            }
-        }
-    }
-    return nullptr;
-}
-
-bool Script::closeInterface(void *handle)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_handles.erase(handle) != 0;
 }
 
 void Script::failNext(uint32_t code, Operation operation, int times)

@@ -41,6 +41,7 @@ public:
     void setNode(const std::string &serial, const std::string &node, int64_t value) override;
     void claimCount(uint32_t count) override;
     void addProducer(const std::string &path) override;
+    void describeProducer(const std::string &path, const KELA_GENTL_PRODUCER_INFO &info) override;
     void plugInterface(const std::string &path, const KELA_GENTL_IF_INFO &interface) override;
     void unplugInterface(const std::string &path, const std::string &identifier) override;
     void *openInterface(const std::string &identifier, uint32_t number) override;
@@ -78,6 +79,7 @@ public:
     uint32_t multicastStatus(const KELA_DEVICE_INFO_EX &device, bool &on) const;
     uint32_t nodeValue(const std::string &serial, const std::string &node, int64_t &value) const;
     bool closeInterface(void *handle);
+    uint32_t producerInfo(const std::string &path, KELA_GENTL_PRODUCER_INFO &info) const;
 
 private:
     struct Interface {
@@ -108,6 +110,7 @@ private:
     std::map<std::pair<std::string, std::string>, int64_t> m_nodes;
     uint32_t m_claimedCount = 0;
     std::map<std::string, std::vector<KELA_GENTL_IF_INFO>> m_producers;
+    std::map<std::string, KELA_GENTL_PRODUCER_INFO> m_producerInfos;
     std::map<const void *, Interface> m_handles;
     std::deque<char> m_handleCells; // their addresses are the handles; no handle is ever given twice
     std::map<Operation, Fault> m_nextFaults;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <KelAIndustryControl/KelAErrors.h>
+#include <KelAIndustryControl/KelAIndustryControl.h>
 #include <KelAIndustryControl/KelARecords.h>
 
 #include <cstddef>
@@ -27,6 +28,7 @@ enum class Operation {
     CancelEnum,
     OpenGenTLInterface,
     CloseGenTLInterface,
+    GetGenTLProducerInfo,
     ForceIp,
 };
 
@@ -74,6 +76,8 @@ public:
     // GenTL. A path that was never given an interface or added is missing.
 
     virtual void addProducer(const std::string &path) = 0;
+    /// What is known of a producer; one that nothing is said of answers as it should.
+    virtual void describeProducer(const std::string &path, const KELA_GENTL_PRODUCER_INFO &info) = 0;
     virtual void plugInterface(const std::string &path, const KELA_GENTL_IF_INFO &interface) = 0;
     virtual void unplugInterface(const std::string &path, const std::string &identifier) = 0;
     /// A handle as a host gets it from OpenGenTLInterface; null when there is no such interface.

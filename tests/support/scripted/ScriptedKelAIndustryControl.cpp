@@ -186,6 +186,14 @@ unsigned int KelAIndustryControl::CloseGenTLInterface(void *hInterface)
     return fault != KELA_OK ? fault : script.closeInterface(hInterface) ? KELA_OK : KELA_ERROR_HANDLE;
 }
 
+unsigned int KelAIndustryControl::GetGenTLProducerInfo(const char *strCtiPath, KELA_GENTL_PRODUCER_INFO *pInfo)
+{
+    Script &script = Script::instance();
+    *pInfo = {};
+    const uint32_t fault = script.enter(m_impl->object, Operation::GetGenTLProducerInfo, pathOf(strCtiPath));
+    return fault != KELA_OK ? fault : script.producerInfo(std::string(pathOf(strCtiPath)), *pInfo);
+}
+
 unsigned int KelAIndustryControl::ForceIp(const KELA_DEVICE_INFO_EX *pInfo, uint32_t address, uint32_t mask,
                                           uint32_t gateway)
 {

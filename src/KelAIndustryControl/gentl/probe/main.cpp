@@ -93,6 +93,7 @@ int main(int argc, char **argv)
     keepToItself();
     ProducerSession::Options options;
     options.memory = guardedMemory();
+    options.asksSizes = true;
     std::string last;
     options.onStep = [&last](const char *step) {
         if (last != step)
