@@ -552,6 +552,96 @@
     </message>
 </context>
 <context>
+    <name>ProducerExplanation</name>
+    <message>
+        <source>Switched off</source>
+        <translation>Ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>Switched on, opened by virtual port</source>
+        <translation>Eingeschaltet, über den virtuellen Port geöffnet</translation>
+    </message>
+    <message>
+        <source>Imported until this program ends</source>
+        <translation>Importiert, bis dieses Programm endet</translation>
+    </message>
+    <message>
+        <source>Switched on</source>
+        <translation>Eingeschaltet</translation>
+    </message>
+    <message>
+        <source>The file is not there</source>
+        <translation>Die Datei ist nicht da</translation>
+    </message>
+    <message>
+        <source>Works</source>
+        <translation>Arbeitet</translation>
+    </message>
+    <message>
+        <source>Refused</source>
+        <translation>Abgelehnt</translation>
+    </message>
+    <message>
+        <source>Reports errors</source>
+        <translation>Meldet Fehler</translation>
+    </message>
+    <message>
+        <source>Does not respond</source>
+        <translation>Antwortet nicht</translation>
+    </message>
+    <message>
+        <source>Not used yet</source>
+        <translation>Noch nicht benutzt</translation>
+    </message>
+    <message>
+        <source>Producer %1</source>
+        <translation>Producer %1</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Grund</translation>
+    </message>
+    <message>
+        <source>Choice</source>
+        <translation>Auswahl</translation>
+    </message>
+    <message>
+        <source>Called</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Maker</source>
+        <translation>Hersteller</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Reaches</source>
+        <translation>Erreicht</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n producer(s) cannot be used; the reason is below.</source>
+        <translation>
+            <numerusform>%n Producer kann nicht benutzt werden; der Grund steht unten.</numerusform>
+            <numerusform>%n Producer können nicht benutzt werden; der Grund steht unten.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>RowKinds</name>
     <message>
         <source>GigE cameras</source>

@@ -552,6 +552,96 @@
     </message>
 </context>
 <context>
+    <name>ProducerExplanation</name>
+    <message>
+        <source>Switched off</source>
+        <translation>Switched off</translation>
+    </message>
+    <message>
+        <source>Switched on, opened by virtual port</source>
+        <translation>Switched on, opened by virtual port</translation>
+    </message>
+    <message>
+        <source>Imported until this program ends</source>
+        <translation>Imported until this program ends</translation>
+    </message>
+    <message>
+        <source>Switched on</source>
+        <translation>Switched on</translation>
+    </message>
+    <message>
+        <source>The file is not there</source>
+        <translation>The file is not there</translation>
+    </message>
+    <message>
+        <source>Works</source>
+        <translation>Works</translation>
+    </message>
+    <message>
+        <source>Refused</source>
+        <translation>Refused</translation>
+    </message>
+    <message>
+        <source>Reports errors</source>
+        <translation>Reports errors</translation>
+    </message>
+    <message>
+        <source>Does not respond</source>
+        <translation>Does not respond</translation>
+    </message>
+    <message>
+        <source>Not used yet</source>
+        <translation>Not used yet</translation>
+    </message>
+    <message>
+        <source>Producer %1</source>
+        <translation>Producer %1</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Reason</translation>
+    </message>
+    <message>
+        <source>Choice</source>
+        <translation>Choice</translation>
+    </message>
+    <message>
+        <source>Called</source>
+        <translation>Called</translation>
+    </message>
+    <message>
+        <source>Maker</source>
+        <translation>Maker</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Model</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Reaches</source>
+        <translation>Reaches</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n producer(s) cannot be used; the reason is below.</source>
+        <translation>
+            <numerusform>%n producer cannot be used; the reason is below.</numerusform>
+            <numerusform>%n producers cannot be used; the reason is below.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>RowKinds</name>
     <message>
         <source>GigE cameras</source>

@@ -552,6 +552,95 @@
     </message>
 </context>
 <context>
+    <name>ProducerExplanation</name>
+    <message>
+        <source>Switched off</source>
+        <translation>已关闭</translation>
+    </message>
+    <message>
+        <source>Switched on, opened by virtual port</source>
+        <translation>已启用，通过虚拟端口打开</translation>
+    </message>
+    <message>
+        <source>Imported until this program ends</source>
+        <translation>已导入，程序结束前有效</translation>
+    </message>
+    <message>
+        <source>Switched on</source>
+        <translation>已启用</translation>
+    </message>
+    <message>
+        <source>The file is not there</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>Works</source>
+        <translation>正常</translation>
+    </message>
+    <message>
+        <source>Refused</source>
+        <translation>已拒绝</translation>
+    </message>
+    <message>
+        <source>Reports errors</source>
+        <translation>报告错误</translation>
+    </message>
+    <message>
+        <source>Does not respond</source>
+        <translation>无响应</translation>
+    </message>
+    <message>
+        <source>Not used yet</source>
+        <translation>尚未使用</translation>
+    </message>
+    <message>
+        <source>Producer %1</source>
+        <translation>生产者 %1</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>原因</translation>
+    </message>
+    <message>
+        <source>Choice</source>
+        <translation>选择</translation>
+    </message>
+    <message>
+        <source>Called</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Maker</source>
+        <translation>厂商</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>型号</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>Reaches</source>
+        <translation>可访问</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n producer(s) cannot be used; the reason is below.</source>
+        <translation>
+            <numerusform>%n 个生产者无法使用，原因见下。</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>RowKinds</name>
     <message>
         <source>GigE cameras</source>

@@ -205,15 +205,9 @@ void ConnectionController::showInterfaceState(long id, KELA_DEV_STATE state)
 
 void ConnectionController::closeInterfacesOf(const QString &producer)
 {
-    QList<QTreeWidgetItem *> items;
-    m_parts.host->tree()->GetInterfaceItemList(producer, items);
-    QList<long> ids;
-    for (const QTreeWidgetItem *item : items) {
-        if (rows::typeOf(item) == KelDeviceTree::ItemGenTLInterface)
-            ids.append(rows::idOf(item));
-    }
+    const QList<long> ids = m_parts.interfaces->ids();
     for (const long id : ids) {
-        if (m_parts.interfaces->isOpen(id))
+        if (m_parts.host->tree()->producerOfInterface(id) == producer)
             closeInterface(id);
     }
 }

@@ -47,6 +47,8 @@ public:
     /// Stops or resumes the tree; what went away meanwhile leaves when it is resumed.
     void setFrozen(bool isFrozen);
     bool isFrozen() const { return m_isFrozen; }
+    /// Closes the interfaces of a producer that are open or being opened.
+    void closeInterfacesOf(const QString &producer);
     /// Gives every row and button the name that screen readers speak, in the language and encoding in use.
     void nameRows();
 
@@ -61,7 +63,6 @@ private:
     void listenToInterfaces();
     void noteRow(QTreeWidgetItem *row);
     void closeInterface(long id);
-    void closeInterfacesOf(const QString &producer);
     void showInterfaceState(long id, KELA_DEV_STATE state);
     void forgetDevicesOf(long interfaceId);
     /// A tree that starts anew never hears of devices that are away: their rows would not come.

@@ -141,16 +141,30 @@ Explanation explainInterface(const KELA_GENTL_IF_INFO &genTLInterface, const Int
     } else {
         explanation.paragraphs << Container::tr("Open it with its button to see its cameras.");
     }
-    if (origin.isByVirtualPort)
+    if (origin.producer.choice == Producer::Choice::VirtualPort)
         explanation.paragraphs << Container::tr("Its producer is opened by virtual port.");
-    if (origin.isImported)
+    if (origin.producer.choice == Producer::Choice::Imported)
         explanation.paragraphs << Container::tr("Its producer was imported; the row's menu can remove it.");
     FactGroup group{Container::tr("Interface"), {}};
     group.add(Container::tr("Identifier"), deviceText(genTLInterface.identifier));
     group.add(Container::tr("Other name"), deviceText(genTLInterface.alternativeName));
     group.add(Container::tr("Number"), QString::number(genTLInterface.number));
     explanation.add(group);
+    if (!origin.producer.path.isEmpty())
+        explanation.add(explainProducer(origin.producer));
     explanation.add(cameraOverview(devices));
+    return explanation;
+}
+
+Explanation explainProducers(const QString &title, const QVector<Producer> &producers,
+                             const QVector<KELA_STRUCT_DEVICE_INFO> &devices)
+{
+    Explanation explanation = explainGroup(Group::GenTL, title, HostFacts(), devices);
+    const QString trouble = producersInTrouble(producers);
+    if (!trouble.isEmpty())
+        explanation.paragraphs << trouble;
+    for (const Producer &producer : producers)
+        explanation.add(explainProducer(producer));
     return explanation;
 }
 

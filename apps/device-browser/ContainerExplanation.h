@@ -4,6 +4,7 @@
 #include "CameraOverview.h"
 #include "Explanation.h"
 #include "HostFacts.h"
+#include "ProducerExplanation.h"
 
 #include <KelAIndustryControl/KelARecords.h>
 
@@ -12,9 +13,8 @@ namespace browser
 
 /// How a GenTL interface was come by.
 struct InterfaceOrigin {
-    bool isImported = false;      ///< its producer was imported, not found in the default folder
-    bool isByVirtualPort = false; ///< its producer is opened by virtual port
-    bool isOpen = false;          ///< this program has it open
+    Producer producer;   ///< whose it is; without path when that is not known
+    bool isOpen = false; ///< this program has it open
 };
 
 // Each takes the devices that stand below the container.
@@ -27,6 +27,11 @@ Explanation explainController(const KELA_USBCONTROLLER_INFO &controller,
                               const QVector<KELA_STRUCT_DEVICE_INFO> &devices);
 /// Tells what a GenTL interface is and how its cameras come to light.
 Explanation explainInterface(const KELA_GENTL_IF_INFO &genTLInterface, const InterfaceOrigin &origin,
+                             const QVector<KELA_STRUCT_DEVICE_INFO> &devices);
+
+/// Tells which GenTL producers there are and how they stand.
+/// @param title  the row's text
+Explanation explainProducers(const QString &title, const QVector<Producer> &producers,
                              const QVector<KELA_STRUCT_DEVICE_INFO> &devices);
 
 /// A group of the tree.

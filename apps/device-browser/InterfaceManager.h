@@ -30,6 +30,8 @@ public:
     void close(long id);
     bool isOpen(long id) const { return m_handles.contains(id); }
     QList<long> openIds() const { return m_handles.keys(); }
+    /// Those that are open and those that are being opened.
+    QList<long> ids() const { return m_handles.keys() + m_opening.values(); }
 
 Q_SIGNALS:
     void opened(long id, void *handle);

@@ -254,7 +254,10 @@ void RowActions::showProducers()
 
 void RowActions::removeProducer()
 {
-    m_parts.host->tree()->DeleteCtiFile(row());
+    KelDeviceTree *tree = m_parts.host->tree();
+    // Of an imported producer nobody tells before it goes.
+    m_parts.controller->closeInterfacesOf(tree->producerOfInterface(rows::idOf(row())));
+    tree->DeleteCtiFile(row());
 }
 
 } // namespace browser

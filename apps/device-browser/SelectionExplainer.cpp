@@ -74,7 +74,7 @@ void SelectionExplainer::explain()
     Q_EMIT explained();
 }
 
-Explanation SelectionExplainer::explanationOf(QTreeWidgetItem *row) const
+Explanation SelectionExplainer::explanationOf(QTreeWidgetItem *row)
 {
     const auto device = rows::deviceOf(row);
     if (!device)
@@ -86,7 +86,7 @@ Explanation SelectionExplainer::explanationOf(QTreeWidgetItem *row) const
     return explainDevice(*device, context);
 }
 
-Explanation SelectionExplainer::explainContainer(QTreeWidgetItem *row) const
+Explanation SelectionExplainer::explainContainer(QTreeWidgetItem *row)
 {
     KelDeviceTree &tree = *m_parts.host->tree();
     const int type = rows::typeOf(row);
@@ -100,10 +100,12 @@ Explanation SelectionExplainer::explainContainer(QTreeWidgetItem *row) const
     if (const auto entry = rows::recordOf<KELA_GENTL_IF_INFO>(row);
         entry && type == KelDeviceTree::ItemGenTLInterface) {
         const long id = rows::idOf(row);
-        const InterfaceOrigin origin{tree.Is3rdCtiInterface(row), tree.IsOpenByVirtualPort(id),
+        const InterfaceOrigin origin{m_producers.one(tree, tree.producerOfInterface(id)),
                                      m_parts.interfaces->isOpen(id)};
         return explainInterface(*entry, origin, devices);
     }
+    if (type == KelDeviceTree::ItemGenTLRoot)
+        return explainProducers(rows::textOf(row), m_producers.all(tree), devices);
     return explainGroup(groupOf(type), rows::textOf(row), readHostFacts(), devices);
 }
 

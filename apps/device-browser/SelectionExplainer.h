@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Explanation.h"
+#include "ProducerLookUp.h"
 
 #include <QObject>
 #include <QTimer>
@@ -44,10 +45,11 @@ Q_SIGNALS:
 private:
     void listenTo(KelDeviceTree *tree);
     void explain();
-    Explanation explanationOf(QTreeWidgetItem *row) const;
-    Explanation explainContainer(QTreeWidgetItem *row) const;
+    Explanation explanationOf(QTreeWidgetItem *row);
+    Explanation explainContainer(QTreeWidgetItem *row);
 
     Parts m_parts;
+    ProducerLookUp m_producers;
     QTimer m_soon;
 };
 

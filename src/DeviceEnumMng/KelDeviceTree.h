@@ -183,6 +183,10 @@ public:
     /// @param items    receives the items
     void GetInterfaceItemList(const QString &ctiPath, QList<QTreeWidgetItem *> &items);
 
+    /// The full path of the GenTL producer whose interface this is, also one that has no row at the moment;
+    /// empty for an unknown interface.
+    QString producerOfInterface(long interfaceId) const;
+
     /// Allows or forbids the choice of the virtual port in the producer menu.
     void SetEnableVirtualPort(bool enable);
 

@@ -207,6 +207,11 @@ void KelDeviceTree::GetInterfaceItemList(const QString &ctiPath, QList<QTreeWidg
     }
 }
 
+QString KelDeviceTree::producerOfInterface(long interfaceId) const
+{
+    return d ? d->producerOfInterface(interfaceId) : QString();
+}
+
 void KelDeviceTree::SetEnableVirtualPort(bool enable)
 {
     if (d && d->m_genTLMenu) {

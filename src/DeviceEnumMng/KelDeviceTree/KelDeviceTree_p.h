@@ -198,6 +198,7 @@ public:
     bool Is3rdCtiInterface(QTreeWidgetItem *item);
     void DeleteCtiFile(QTreeWidgetItem *item);
     bool IsOpenByVirtualPort(long interfaceId);
+    QString producerOfInterface(long interfaceId);
 
     // KelDeviceTree_drag.cpp (there too: KelDeviceTree::startDrag, ::leaveEvent)
     QMimeData *mimeData(const QList<QTreeWidgetItem *> &items);

@@ -11,6 +11,8 @@
 
 #include <DeviceEnumMng/KelGenTLMenu.h>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -30,6 +32,23 @@ void removePath(CDevicesEnum *enumerator, const QString &path)
 {
     QByteArray local = path.toLocal8Bit();
     enumerator->RemoveCtiPath(local.data());
+}
+
+/// The interfaces that a producer listed last.
+QVector<int> interfaceIdsOf(const CDevicesEnum &enumerator, const QString &producer)
+{
+    QByteArray path = producer.toLocal8Bit();
+    int count = 0;
+    enumerator.GetCtiInterfaceCount(path.data(), &count);
+    QVector<int> ids;
+    for (int index = 0; index < count; ++index) {
+        int id = -1;
+        enumerator.GetCtiInterfaceID(path.data(), index, &id);
+        if (id >= 0) {
+            ids.append(id);
+        }
+    }
+    return ids;
 }
 
 } // namespace
@@ -97,17 +116,24 @@ void KelDeviceTreePrivate::GetInterfaceItemList(const QString &ctiPath, QList<QT
         return;
     }
     items.clear();
-    QByteArray path = ctiPath.toLocal8Bit();
-    int count = 0;
-    enumerator->GetCtiInterfaceCount(path.data(), &count);
-    for (int index = 0; index < count; ++index) {
-        int id = -1;
-        enumerator->GetCtiInterfaceID(path.data(), index, &id);
-        if (id >= 0) {
-            // Whatever the look-up gives, the last interface for one that is not shown included.
-            items.append(findGenTLInterfaceItem(id));
+    const QVector<int> ids = interfaceIdsOf(*enumerator, ctiPath);
+    for (const int id : ids) {
+        // Whatever the look-up gives, the last interface for one that is not shown included.
+        items.append(findGenTLInterfaceItem(id));
+    }
+}
+
+QString KelDeviceTreePrivate::producerOfInterface(long interfaceId)
+{
+    const CDevicesEnum *enumerator = getThread(KELA_INTERFACE_TYPE_GENTL);
+    for (auto applied = m_appliedCtiStates.cbegin(); enumerator && applied != m_appliedCtiStates.cend();
+         ++applied) {
+        const QVector<int> ids = interfaceIdsOf(*enumerator, applied.key());
+        if (std::find(ids.cbegin(), ids.cend(), interfaceId) != ids.cend()) {
+            return applied.key();
         }
     }
+    return {};
 }
 
 QString KelDeviceTreePrivate::ctiPathOf(QTreeWidgetItem *item, int state)

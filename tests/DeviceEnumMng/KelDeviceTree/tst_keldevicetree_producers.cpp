@@ -45,6 +45,7 @@ private Q_SLOTS:
     void closingThePanelUnchangedEnumeratesOnce();
     void unknownInterfaceAnswersForTheLastOne();
     void interfaceListIsClearedAndFilledUnchecked();
+    void producerOfAnInterfaceIsKnownWithoutItsRow();
     void unknownStateCountsAsLoaded();
     void producerThatIsOffIsRemovedWithoutAWarningWhenItLeavesTheMenu();
     void warningIsAnsweredFromTheStatesBefore();
@@ -319,6 +320,21 @@ void TestKelDeviceTreeProducers::interfaceListIsClearedAndFilledUnchecked()
     m_tree->GetInterfaceItemList(path, items);
     QCOMPARE(items, (QList<QTreeWidgetItem *>{nullptr, nullptr}));
     QVERIFY(!m_tree->Is3rdCtiInterface(nullptr));
+}
+
+void TestKelDeviceTreeProducers::producerOfAnInterfaceIsKnownWithoutItsRow()
+{
+    QVERIFY(addDefault(QStringLiteral("KelFGa.cti"), "if-a", 1));
+    QVERIFY(addDefault(QStringLiteral("KelFGb.cti"), "if-b", 2));
+    makeTree();
+    enumerate();
+    QTreeWidgetItem *row = interfaceItem(QStringLiteral("if-a"));
+    const long id = row->data(0, KelDeviceTree::ItemIdRole).toInt();
+    QCOMPARE(m_tree->producerOfInterface(id), defaultPath(QStringLiteral("KelFGa.cti")));
+
+    m_tree->onDeleteGenTLInterface(row->data(0, KelDeviceTree::ItemInfoRole));
+    QCOMPARE(m_tree->producerOfInterface(id), defaultPath(QStringLiteral("KelFGa.cti")));
+    QVERIFY(m_tree->producerOfInterface(123456).isEmpty());
 }
 
 void TestKelDeviceTreeProducers::unknownStateCountsAsLoaded()

@@ -23,7 +23,7 @@ public:
     BrowserTest();
     ~BrowserTest() override;
 
-private Q_SLOTS:
+protected Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
