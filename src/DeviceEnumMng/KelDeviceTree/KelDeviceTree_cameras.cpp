@@ -197,8 +197,8 @@ void KelDeviceTreePrivate::onUpdateDeviceInfo(const QVariant &dataVar)
 void KelDeviceTreePrivate::onDeleteDevice(const QVariant &dataVar)
 {
     const auto info = dataVar.value<KELA_STRUCT_DEVICE_INFO>();
-    logTreeInfo(__LINE__, Q_FUNC_INFO,
-                QStringLiteral("Enter onDeleteDevice,   CameraID:%1").arg(info.deviceId));
+    constexpr char kSlot[] = "void KelDeviceTree::onDeleteDevice(QVariant)";
+    logTreeInfo(__LINE__, kSlot, QStringLiteral("Enter onDeleteDevice,   CameraID:%1").arg(info.deviceId));
     QTreeWidgetItem *item = findCameraItem(info.deviceId);
     if (!item) {
         return;
@@ -208,11 +208,11 @@ void KelDeviceTreePrivate::onDeleteDevice(const QVariant &dataVar)
         return;
     }
     deleteCameraItem(item);
-    logTreeInfo(__LINE__, Q_FUNC_INFO, deletionLine(info));
+    logTreeInfo(__LINE__, kSlot, deletionLine(info));
 }
 
 QTreeWidgetItem *KelDeviceTreePrivate::newCamera(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent,
-                                                 int itemType, const QString &label)
+                                                 int itemType, const QString &label, const char *creator)
 {
     const KelDeviceTreeGuard guard(q, newTreeItem(parent, itemType, getStayTopIndex(info, parent)));
     const bool isGigE = itemType == KelDeviceTree::ItemGigECamera;
@@ -222,7 +222,7 @@ QTreeWidgetItem *KelDeviceTreePrivate::newCamera(const KELA_STRUCT_DEVICE_INFO &
         writeRightBtn(guard, getItemRightBtn(info.deviceId, false)) &&
         (!isGigE || guard.write(KelDeviceTree::ItemConnectedRole, false)) &&
         guard.write(Qt::ToolTipRole, label) && showState(guard, static_cast<KELA_DEV_STATE>(info.deviceState));
-    logTreeInfo(__LINE__, Q_FUNC_INFO, namingLine(label, info.deviceId));
+    logTreeInfo(__LINE__, creator, namingLine(label, info.deviceId));
     return isShown ? guard.item() : nullptr;
 }
 
@@ -234,7 +234,8 @@ QTreeWidgetItem *KelDeviceTreePrivate::onNewGigeCamera(const KELA_STRUCT_DEVICE_
         return nullptr;
     }
     return newCamera(info, parent, KelDeviceTree::ItemGigECamera,
-                     KelDeviceLabels::gigeCamera(info.deviceInfo, KelDeviceLabels::kGigeNameLengthAtCreation));
+                     KelDeviceLabels::gigeCamera(info.deviceInfo, KelDeviceLabels::kGigeNameLengthAtCreation),
+                     Q_FUNC_INFO);
 }
 
 QTreeWidgetItem *KelDeviceTreePrivate::onNewUSBCamera(const KELA_STRUCT_DEVICE_INFO &info,
@@ -243,7 +244,8 @@ QTreeWidgetItem *KelDeviceTreePrivate::onNewUSBCamera(const KELA_STRUCT_DEVICE_I
     if (!parent) {
         return nullptr;
     }
-    return newCamera(info, parent, KelDeviceTree::ItemUSBCamera, KelDeviceLabels::usbCamera(info.deviceInfo));
+    return newCamera(info, parent, KelDeviceTree::ItemUSBCamera, KelDeviceLabels::usbCamera(info.deviceInfo),
+                     Q_FUNC_INFO);
 }
 
 QTreeWidgetItem *KelDeviceTreePrivate::onNewCamLinkCamera(const KELA_STRUCT_DEVICE_INFO &info,
@@ -253,7 +255,7 @@ QTreeWidgetItem *KelDeviceTreePrivate::onNewCamLinkCamera(const KELA_STRUCT_DEVI
         return nullptr;
     }
     return newCamera(info, parent, KelDeviceTree::ItemCamLinkCamera,
-                     KelDeviceLabels::cameraLinkCamera(info.deviceInfo));
+                     KelDeviceLabels::cameraLinkCamera(info.deviceInfo), Q_FUNC_INFO);
 }
 
 QTreeWidgetItem *KelDeviceTreePrivate::onNewGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info,
@@ -263,7 +265,7 @@ QTreeWidgetItem *KelDeviceTreePrivate::onNewGenTLDevice(const KELA_STRUCT_DEVICE
         return nullptr;
     }
     return newCamera(info, parent, KelDeviceTree::ItemGenTLDevice,
-                     KelDeviceLabels::genTLDevice(info.deviceInfo));
+                     KelDeviceLabels::genTLDevice(info.deviceInfo), Q_FUNC_INFO);
 }
 
 void KelDeviceTreePrivate::onUpdateGigeCamera(const KELA_STRUCT_DEVICE_INFO &info)

@@ -207,7 +207,7 @@ void KelDeviceTreePrivate::onDeleteNetWork(const QVariant &dataVar)
     }
     Q_EMIT q->sigDeleteNetWorkItem(guard.item());
     delete guard.item();
-    logTreeInfo(__LINE__, Q_FUNC_INFO, KelDeviceLabels::network(card));
+    logTreeInfo(__LINE__, "void KelDeviceTree::onDeleteNetWork(QVariant)", KelDeviceLabels::network(card));
 }
 
 // Static: the tree may be gone after any of the cameras.
@@ -251,7 +251,8 @@ void KelDeviceTreePrivate::onDeleteUSBController(const QVariant &dataVar)
     }
     Q_EMIT q->sigDeleteUSBCtrollerItem(guard.item());
     deleteContainer(guard);
-    logTreeInfo(__LINE__, Q_FUNC_INFO, KelDeviceLabels::controller(controller));
+    logTreeInfo(__LINE__, "void KelDeviceTree::onDeleteUSBController(QVariant)",
+                KelDeviceLabels::controller(controller));
 }
 
 // Static: the tree may be gone.
@@ -312,5 +313,6 @@ void KelDeviceTreePrivate::onDeleteGenTLInterface(const QVariant &dataVar)
     }
     Q_EMIT q->sigDeleteGenTLInterfaceItem(guard.item());
     deleteContainer(guard);
-    logTreeInfo(__LINE__, Q_FUNC_INFO, KelDeviceLabels::interfaceName(interface));
+    logTreeInfo(__LINE__, "void KelDeviceTree::onDeleteGenTLInterface(QVariant)",
+                KelDeviceLabels::interfaceName(interface));
 }

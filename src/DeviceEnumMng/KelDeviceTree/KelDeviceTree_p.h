@@ -107,7 +107,7 @@ public:
     void onUpdateCamLinkCamera(const KELA_STRUCT_DEVICE_INFO &info);
     void onUpdateGenTLDevice(const KELA_STRUCT_DEVICE_INFO &info);
     QTreeWidgetItem *newCamera(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetItem *parent, int itemType,
-                               const QString &label);
+                               const QString &label, const char *creator);
     void updateCamera(const KelDeviceTreeGuard &guard, const KELA_STRUCT_DEVICE_INFO &info);
     void deleteCameraItem(QTreeWidgetItem *item);
     void setItemIcon(QTreeWidgetItem *item, KELA_DEV_STATE state);

@@ -153,6 +153,7 @@ void tst_KelDeviceTree_cameras_creation::creationIsLogged()
     QCOMPARE(log.texts(), QStringList({QStringLiteral("CameraName:100%d (S1)   To   CameraID:7")}));
     QCOMPARE(log.lines().at(0).category, QStringLiteral("default"));
     QCOMPARE(log.lines().at(0).file, QStringLiteral("src/DeviceEnumMng/KelDeviceTree"));
+    QVERIFY(log.lines().at(0).function.contains(QStringLiteral("KelDeviceTreePrivate::onNewGigeCamera(")));
 }
 
 void tst_KelDeviceTree_cameras_creation::serialIsReadFromCameraItemsOnly()
