@@ -21,6 +21,7 @@ constexpr std::uint8_t kGetDescriptor = 6;
 constexpr std::uint8_t kDeviceToHost = 0x80;
 constexpr std::uint8_t kStringDescriptor = 3;
 constexpr std::size_t kSetupSize = 8;
+constexpr int kNever = -EINPROGRESS;
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -59,8 +60,10 @@ struct UsbAnswers::State {
     UsbDevice device;
     std::map<int, std::string> strings;
     UMockdevIoctlBase *handler = nullptr;
-    std::mutex mutex; // guards done
+    UMockdevTestbed *testbed = nullptr;
+    std::mutex mutex; // guards the rest
     std::deque<UMockdevIoctlData *> done;
+    std::deque<UMockdevIoctlData *> pending; // those that never come
 
     static gboolean onIoctl(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer user)
     {
@@ -88,8 +91,7 @@ struct UsbAnswers::State {
         case USBDEVFS_REAPURBNDELAY:
             return reap(client);
         case USBDEVFS_DISCARDURB:
-            umockdev_ioctl_client_complete(client, -1, EINVAL); // every transfer ended at once
-            return TRUE;
+            return discard(client);
         default:
             return FALSE;
         }
@@ -121,16 +123,39 @@ struct UsbAnswers::State {
         writeUrb(data, urb);
         {
             const std::lock_guard lock(mutex);
-            done.push_back(data);
+            (urb.status == kNever ? pending : done).push_back(data);
         }
         umockdev_ioctl_client_complete(client, 0, 0);
         return TRUE;
+    }
+
+    bool isIndexOf(const char *word, int index) const
+    {
+        return device.has(word) && device.text(word) == std::to_string(index);
+    }
+
+    /// A request for a string descriptor; true when it went wrong as the scene wants it.
+    bool failsAsWanted(usbdevfs_urb &urb, int index) const
+    {
+        if (device.has("pulled")) {
+            umockdev_testbed_remove_device(testbed, device.folder().c_str());
+            urb.status = -ENODEV;
+        } else if (isIndexOf("stuck", index)) {
+            urb.status = kNever;
+        } else if (isIndexOf("broken", index)) {
+            urb.status = -EPROTO;
+        } else {
+            return false;
+        }
+        return true;
     }
 
     void control(usbdevfs_urb &urb, UMockdevIoctlData *buffer) const
     {
         const guint8 *setup = buffer->data;
         if (setup[0] != kDeviceToHost || setup[1] != kGetDescriptor || setup[3] != kStringDescriptor)
+            return;
+        if (failsAsWanted(urb, setup[2]))
             return;
         Bytes descriptor = stringDescriptor(strings, setup[2]);
         if (descriptor.empty())
@@ -140,6 +165,24 @@ struct UsbAnswers::State {
         umockdev_ioctl_data_update(buffer, kSetupSize, descriptor.data(), static_cast<gint>(descriptor.size()));
         urb.status = 0;
         urb.actual_length = static_cast<int>(descriptor.size());
+    }
+
+    /// A transfer that never comes is called back by the client; every other one has ended already.
+    gboolean discard(UMockdevIoctlClient *client)
+    {
+        const std::lock_guard lock(mutex);
+        if (pending.empty()) {
+            umockdev_ioctl_client_complete(client, -1, EINVAL);
+            return TRUE;
+        }
+        UMockdevIoctlData *data = pending.front();
+        pending.pop_front();
+        usbdevfs_urb urb = urbOf(data);
+        urb.status = -ENOENT;
+        writeUrb(data, urb);
+        done.push_back(data);
+        umockdev_ioctl_client_complete(client, 0, 0);
+        return TRUE;
     }
 
     gboolean reap(UMockdevIoctlClient *client)
@@ -181,6 +224,7 @@ UsbAnswers::~UsbAnswers()
 
 bool UsbAnswers::attachTo(UMockdevTestbed *testbed)
 {
+    m_state->testbed = testbed;
     return umockdev_testbed_attach_ioctl(testbed, m_state->device.node().c_str(), m_state->handler, nullptr) !=
            FALSE;
 }

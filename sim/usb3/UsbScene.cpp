@@ -225,10 +225,14 @@ void describeInterface(std::ostringstream &out, const UsbDevice &device, int num
     out << '\n';
 }
 
+std::string devicePath(const UsbDevice &device)
+{
+    return std::string(kController) + "/usb" + std::to_string(device.busNumber) + '/' + device.port;
+}
+
 void describeDevice(std::ostringstream &out, const UsbDevice &device)
 {
-    const std::string folder =
-        std::string(kController) + "/usb" + std::to_string(device.busNumber) + '/' + device.port;
+    const std::string folder = devicePath(device);
     const auto attribute = [&](const std::string &name, const std::string &value) {
         if (!value.empty())
             out << "A: " << name << '=' << value << "\\n\n";
@@ -262,6 +266,11 @@ std::string UsbDevice::text(const std::string &key, const std::string &otherwise
 std::string UsbDevice::node() const
 {
     return "/dev/bus/usb/" + threeDigits(busNumber) + '/' + threeDigits(deviceNumber);
+}
+
+std::string UsbDevice::folder() const
+{
+    return "/sys" + devicePath(*this);
 }
 
 std::vector<UsbDevice> readUsbScene(const std::string &path, std::string &error)

@@ -19,7 +19,8 @@ struct UsbDevice {
 
     bool has(const std::string &word) const { return words.count(word) != 0; }
     std::string text(const std::string &key, const std::string &otherwise = {}) const;
-    std::string node() const; ///< path of the device node
+    std::string node() const;   ///< path of the device node
+    std::string folder() const; ///< path of its folder under /sys
 };
 
 /// Reads a scene. A line is
@@ -28,7 +29,9 @@ struct UsbDevice {
 /// serial, user, guid, family, device-version and info (its string descriptors), manufacturer, product and
 /// sysfs-serial (what the system shows; the descriptors' texts otherwise), speed (Mbit/s), version (of USB),
 /// claimed (a program holds it), forbidden (its node belongs to somebody else), cut=BYTES (descriptors that
-/// end early), length=NUMBER (a device-info descriptor that lies about its length).
+/// end early), length=NUMBER (a device-info descriptor that lies about its length), stuck=INDEX (a string
+/// descriptor that never comes), broken=INDEX (one whose transfer fails), pulled (it leaves the bus when its
+/// strings are asked for).
 /// @param error  receives what is wrong, with its line, when the result is empty
 std::vector<UsbDevice> readUsbScene(const std::string &path, std::string &error);
 

@@ -9,10 +9,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <map>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 
@@ -21,9 +21,20 @@ namespace kela::usb3
 namespace
 {
 
+/// Whether a camera's device node can be opened.
+enum class NodeAccess { Granted, Forbidden, Missing };
+
+NodeAccess nodeAccess(const SysfsCamera &camera)
+{
+    const std::string node = deviceNode(camera.busNumber, camera.deviceNumber);
+    if (::access(node.c_str(), R_OK | W_OK) == 0)
+        return NodeAccess::Granted;
+    return errno == ENOENT ? NodeAccess::Missing : NodeAccess::Forbidden;
+}
+
 bool hasPermission(const SysfsCamera &camera)
 {
-    return ::access(deviceNode(camera.busNumber, camera.deviceNumber).c_str(), R_OK | W_OK) == 0;
+    return nodeAccess(camera) == NodeAccess::Granted;
 }
 
 /// The folders of the cameras found, so that one of them can be looked at again without walking the bus.
@@ -109,18 +120,18 @@ public:
         const std::vector<SysfsCamera> cameras = listSysfsCameras();
         m_folders.set(cameras);
         m_strings.update(cameras);
-        std::set<std::string> forbidden;
+        std::map<std::string, NodeAccess> closed;
         for (const SysfsCamera &camera : cameras) {
             // Pulled while its texts were read.
             if (!isStillThere(camera))
                 continue;
-            const bool isPermitted = hasPermission(camera);
-            if (!isPermitted)
-                forbidden.insert(deviceNode(camera.busNumber, camera.deviceNumber));
-            devices.push_back(recordOf(camera, m_strings.texts(camera), isPermitted));
+            const NodeAccess access = nodeAccess(camera);
+            if (access != NodeAccess::Granted)
+                closed[deviceNode(camera.busNumber, camera.deviceNumber)] = access;
+            devices.push_back(recordOf(camera, m_strings.texts(camera), access == NodeAccess::Granted));
         }
         sortByIdentity(devices);
-        logForbidden(std::move(forbidden));
+        logClosed(std::move(closed));
         return KELA_OK;
     }
 
@@ -150,12 +161,14 @@ public:
         const auto camera = m_folders.read(info);
         if (!camera)
             return KELA_ERROR_UNREACHABLE;
+        const bool isClaimWanted = accessMode != KELA_ACCESS_MONITOR;
+        if (isClaimWanted && camera->isClaimed)
+            return KELA_ERROR_IN_USE;
         LibUsbContext context = openLibUsb();
         if (!context)
             return KELA_ERROR_RESOURCE;
         int result = LIBUSB_SUCCESS;
         LibUsbHandle handle = openCamera(context.get(), *camera, result);
-        const bool isClaimWanted = accessMode != KELA_ACCESS_MONITOR;
         const int interfaceNumber = isClaimWanted ? camera->descriptors.controlInterface : -1;
         if (handle && isClaimWanted)
             result = libusb_claim_interface(handle.get(), interfaceNumber);
@@ -175,21 +188,25 @@ private:
     }
 
     /// One line when a camera turns out to be closed to us, not one per pass.
-    void logForbidden(std::set<std::string> forbidden)
+    void logClosed(std::map<std::string, NodeAccess> closed)
     {
-        for (const std::string &node : forbidden) {
-            if (m_forbidden.count(node) == 0) {
-                logLine(KELA_LOG_WARNING,
-                        "USB3 Vision: no permission to open " + node +
-                            "; install the udev rule for the class and plug the camera again");
-            }
+        for (const auto &[node, access] : closed) {
+            const auto before = m_closed.find(node);
+            if (before != m_closed.end() && before->second == access)
+                continue;
+            logLine(KELA_LOG_WARNING,
+                    access == NodeAccess::Missing
+                        ? "USB3 Vision: a camera has no device node " + node +
+                              "; in a container, the USB devices must be handed in"
+                        : "USB3 Vision: no permission to open " + node +
+                              "; install the udev rule for the class and plug the camera again");
         }
-        m_forbidden = std::move(forbidden);
+        m_closed = std::move(closed);
     }
 
     CameraFolders m_folders;
-    UsbStrings m_strings;              // enumerate() only
-    std::set<std::string> m_forbidden; // enumerate() only
+    UsbStrings m_strings;                       // enumerate() only
+    std::map<std::string, NodeAccess> m_closed; // by node; enumerate() only
 };
 
 } // namespace

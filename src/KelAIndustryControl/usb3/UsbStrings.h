@@ -3,8 +3,12 @@
 
 #include <KelAIndustryControl/usb3/SysfsUsb.h>
 
+#include <cstdint>
 #include <map>
+#include <set>
 #include <string>
+
+struct libusb_device_handle;
 
 namespace kela
 {
@@ -37,11 +41,11 @@ public:
     {
     }
 
-    /// Reads the texts of those cameras that were not read before and forgets those that are gone. A camera
-    /// that could not be opened is tried again the next time.
+    /// Reads the texts that were not read before and forgets the cameras that are gone. A camera that could not
+    /// be opened is tried again the next time; of one that did not answer in time, the texts that are left.
     void update(const std::vector<SysfsCamera> &cameras);
 
-    /// Null when they could not be read.
+    /// Null when none could be read.
     const UsbTexts *texts(const SysfsCamera &camera) const;
 
 private:
@@ -51,10 +55,17 @@ private:
         std::string serial;
         bool operator<(const Key &other) const;
     };
+    struct Known {
+        UsbTexts texts;
+        std::set<std::uint8_t> stuck; // numbers of strings that did not come in time
+        bool isRead = false;          // the camera answered at all
+        bool isComplete = false;      // nothing is left to be asked for
+    };
     static Key keyOf(const SysfsCamera &camera);
+    static void read(libusb_device_handle *handle, const CameraDescriptors &descriptors, Known &known);
 
     const CancelSignal &m_cancel;
-    std::map<Key, UsbTexts> m_texts;
+    std::map<Key, Known> m_known;
 };
 
 } // namespace kela::usb3
