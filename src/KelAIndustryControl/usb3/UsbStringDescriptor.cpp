@@ -85,7 +85,8 @@ std::optional<std::uint16_t> parseLanguageList(ByteView bytes)
     const auto body = bodyOf(bytes);
     if (!body || body->size < sizeof(std::uint16_t))
         return std::nullopt;
-    return static_cast<std::uint16_t>(body->data[0] | body->data[1] << 8);
+    const auto language = static_cast<std::uint16_t>(body->data[0] | body->data[1] << 8);
+    return language ? std::optional(language) : std::nullopt;
 }
 
 } // namespace kela::usb3
