@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SimulatedPort.h"
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
@@ -64,6 +66,8 @@ PortDescription described(std::istringstream &line, const std::string &name)
         const std::size_t equals = item.find('=');
         if (item == "full") {
             port.hasFullTexts = true;
+        } else if (item == "instant") {
+            port.isInstant = true;
         } else if (equals != std::string::npos) {
             port.texts[item.substr(0, equals)] = item.substr(equals + 1);
         }
@@ -71,13 +75,25 @@ PortDescription described(std::istringstream &line, const std::string &name)
     return port;
 }
 
+/// Two libraries of one process differ by what stands beside them.
+std::ifstream openDescription()
+{
+    Dl_info library = {};
+    if (::dladdr(&kByteTime, &library) != 0) {
+        std::ifstream own(std::string(library.dli_fname) + ".ports");
+        if (own)
+            return own;
+    }
+    const char *path = std::getenv("KEL_SIM_CLSERIAL"); // NOLINT(concurrency-mt-unsafe): set before the start
+    return std::ifstream(path ? path : "");
+}
+
 } // namespace
 
 std::vector<PortDescription> describedPorts()
 {
-    const char *path = std::getenv("KEL_SIM_CLSERIAL"); // NOLINT(concurrency-mt-unsafe): set before the start
     std::vector<PortDescription> ports;
-    std::ifstream file(path ? path : "");
+    std::ifstream file = openDescription();
     for (std::string text; std::getline(file, text);) {
         std::istringstream line(text);
         std::string name;
@@ -118,7 +134,7 @@ void SimulatedPort::setText(std::size_t address, const std::string &key)
 void SimulatedPort::receive(const std::uint8_t *bytes, std::size_t count)
 {
     m_received.insert(m_received.end(), bytes, bytes + count);
-    m_writtenUntil = std::max(m_writtenUntil, Clock::now()) + kByteTime * count;
+    m_writtenUntil = std::max(m_writtenUntil, Clock::now()) + byteTime() * count;
     if (m_received.size() < kReadCommandSize)
         return;
     answer(std::exchange(m_received, {}));
@@ -159,9 +175,14 @@ void SimulatedPort::answer(const std::vector<std::uint8_t> &command)
 void SimulatedPort::send(const std::vector<std::uint8_t> &packet, Clock::time_point begin)
 {
     for (const std::uint8_t value : packet) {
-        begin += kByteTime;
+        begin += byteTime();
         m_line.push_back({begin, value});
     }
+}
+
+std::chrono::microseconds SimulatedPort::byteTime() const
+{
+    return m_description.isInstant ? std::chrono::microseconds{0} : kByteTime;
 }
 
 std::size_t SimulatedPort::available()

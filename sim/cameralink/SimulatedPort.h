@@ -29,10 +29,12 @@ struct PortDescription {
     PortKind kind = PortKind::Silent;
     std::map<std::string, std::string> texts; ///< manufacturer, model, version, serial, user
     bool hasFullTexts = false;                ///< texts fill their registers, without a NUL
+    bool isInstant = false;                   ///< bytes take no time on the line
 };
 
-/// The ports that the file named by KEL_SIM_CLSERIAL describes, read anew at every call. A line is
-///   NAME KIND [KEY=TEXT]…
+/// The ports that a file describes: the one beside the library named like it with ".ports" behind, else the
+/// one that KEL_SIM_CLSERIAL names. Read anew at every call. A line is
+///   NAME KIND [full] [instant] [KEY=TEXT]…
 /// with "_" for a blank in texts; "#" begins a comment.
 std::vector<PortDescription> describedPorts();
 
@@ -55,6 +57,7 @@ private:
         std::uint8_t value;
     };
 
+    std::chrono::microseconds byteTime() const;
     void fillRegisters();
     void setText(std::size_t address, const std::string &key);
     void answer(const std::vector<std::uint8_t> &command);

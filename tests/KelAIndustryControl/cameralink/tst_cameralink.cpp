@@ -1,73 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
 // The device access over a simulated serial library that is loaded for real.
-#include <KelAIndustryControl/KelAIndustryControl.h>
-
-#include <gtest/gtest.h>
+#include "SimulatedLibrary.h"
 
 #include <chrono>
-#include <cstdlib>
-#include <fstream>
+#include <cstring>
 #include <iostream>
-#include <mutex>
-#include <string>
 #include <thread>
-#include <vector>
 
 namespace
 {
 
 using Clock = std::chrono::steady_clock;
 
-class LogLines
-{
-public:
-    LogLines() { KelAIndustryControl::SetLogSink(&LogLines::take, this); }
-    ~LogLines() { KelAIndustryControl::SetLogSink(nullptr, nullptr); }
-
-    int count(const std::string &part)
-    {
-        const std::lock_guard lock(m_mutex);
-        int found = 0;
-        for (const std::string &line : m_lines)
-            found += line.find(part) != std::string::npos ? 1 : 0;
-        return found;
-    }
-
-private:
-    static void take(KELA_LOG_LEVEL, const char *text, void *user)
-    {
-        auto *self = static_cast<LogLines *>(user);
-        const std::lock_guard lock(self->m_mutex);
-        self->m_lines.emplace_back(text);
-    }
-
-    std::mutex m_mutex;
-    std::vector<std::string> m_lines;
-};
-
-/// The library and its description belong to one process: each test copies the library, since a file is
-/// loaded once and keeps what it found.
 class CameraLink : public testing::Test
 {
 protected:
-    void SetUp() override
+    CameraLink()
+        : m_library(SIMULATED_SERIAL_LIBRARY)
     {
-        const std::string folder = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe)
-        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-        m_library = folder + "/clser" + name + ".so";
-        m_description = folder + "/" + name + ".ports";
-        std::ifstream from(SIMULATED_SERIAL_LIBRARY, std::ios::binary);
-        std::ofstream(m_library, std::ios::binary) << from.rdbuf();
-        setenv("KELS_CLSERIAL", m_library.c_str(), 1);        // NOLINT(concurrency-mt-unsafe)
-        setenv("KEL_SIM_CLSERIAL", m_description.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+        setenv("KELS_CLSERIAL", m_library.file().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
     }
 
-    void describe(const std::string &ports) { std::ofstream(m_description) << ports; }
+    void describe(const std::string &ports) { m_library.describe(ports); }
 
     unsigned int enumerate() { return m_access.EnumDevices(KELA_INTERFACE_TYPE_CAMERALINK, &m_list, false); }
 
-    std::string m_library;
-    std::string m_description;
+    const SimulatedLibrary m_library;
     LogLines m_log;
     KelAIndustryControl m_access;
     KELA_DEVICE_INFO_LIST m_list = {};

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <KelAIndustryControl/cameralink/PortScanner.h>
+
+#include <KelAIndustryControl/core/Log.h>
+
+#include <iterator>
+#include <set>
+
+namespace kela::cameralink
+{
+namespace
+{
+
+const char *remarkOf(ProbeResult result)
+{
+    return result == ProbeResult::NoAnswer ? "no answer at 9600 baud" : "what answers is not understood";
+}
+
+} // namespace
+
+void PortScanner::scan()
+{
+    loadOnce();
+    std::map<std::string, int> repeats;
+    std::set<PortKey> present;
+    const std::uint32_t count = m_library ? m_library->portCount() : 0;
+    for (std::uint32_t index = 0; index < count; ++index) {
+        m_report.progress();
+        const std::string name = m_library->portName(index);
+        const PortKey key(name, repeats[name]++);
+        present.insert(key);
+        probe(name, index, m_known[key]);
+        // A port that hangs is not to hide those before it.
+        m_report.cameras(cameras());
+    }
+    for (auto known = m_known.begin(); known != m_known.end();)
+        known = present.count(known->first) ? std::next(known) : m_known.erase(known);
+    m_report.cameras(cameras());
+}
+
+void PortScanner::loadOnce()
+{
+    if (std::exchange(m_isLoadTried, true))
+        return;
+    std::string error;
+    m_library = SerialLibrary::load(m_file, error);
+    if (!m_library)
+        logLine(KELA_LOG_INFO, "Camera Link: " + printable(error));
+}
+
+void PortScanner::probe(const std::string &name, std::uint32_t index, Known &known)
+{
+    if (known.identity && m_now() - known.identifiedAt < kIdentityAge)
+        return;
+    std::int32_t result = kSerialOk;
+    const std::unique_ptr<SerialPort> port = m_library->open(index, result);
+    if (!port) {
+        const bool isInUse = result == kSerialPortInUse;
+        remark(name, known,
+               isInUse ? "in use by another program" : "cannot be opened, code " + std::to_string(result));
+        return;
+    }
+    CameraIdentity identity;
+    // Most ports that do not answer have no camera. One that is slow at first answers the next scan's question.
+    const Milliseconds patience = std::exchange(known.isAsked, true) ? kLongestResponse : kFirstResponse;
+    const ProbeResult probed = GenCpClient(*port, patience, [this] {
+                                   m_report.progress();
+                                   return false;
+                               }).identify(identity);
+    if (probed != ProbeResult::Identified) {
+        remark(name, known, remarkOf(probed));
+        return;
+    }
+    known.identity = std::move(identity);
+    known.identifiedAt = m_now();
+    known.lastRemark.clear();
+}
+
+void PortScanner::remark(const std::string &name, Known &known, const std::string &text)
+{
+    known.identity.reset();
+    if (std::exchange(known.lastRemark, text) != text)
+        logLine(KELA_LOG_INFO, "Camera Link: port " + printable(name) + ": " + text);
+}
+
+std::vector<PortCamera> PortScanner::cameras() const
+{
+    std::vector<PortCamera> found;
+    for (const auto &[key, known] : m_known) {
+        if (known.identity)
+            found.push_back({key.first, *known.identity});
+    }
+    return found;
+}
+
+} // namespace kela::cameralink

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KelAIndustryControl/KelAIndustryControl.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/// The log lines of the device access while it lives.
+class LogLines
+{
+public:
+    LogLines() { KelAIndustryControl::SetLogSink(&LogLines::take, this); }
+    ~LogLines() { KelAIndustryControl::SetLogSink(nullptr, nullptr); }
+
+    int count(const std::string &part)
+    {
+        const std::lock_guard lock(m_mutex);
+        int found = 0;
+        for (const std::string &line : m_lines)
+            found += line.find(part) != std::string::npos ? 1 : 0;
+        return found;
+    }
+
+private:
+    static void take(KELA_LOG_LEVEL, const char *text, void *user)
+    {
+        auto *self = static_cast<LogLines *>(user);
+        const std::lock_guard lock(self->m_mutex);
+        self->m_lines.emplace_back(text);
+    }
+
+    std::mutex m_mutex;
+    std::vector<std::string> m_lines;
+};
+
+/// A simulated serial library of the running test's own. A file is loaded once in a process and keeps what
+/// it found, so each test copies it; its ports are described beside it.
+class SimulatedLibrary
+{
+public:
+    /// @param original  the library as it was built
+    /// @param name      tells the libraries of one test apart
+    explicit SimulatedLibrary(const std::string &original, const std::string &name = "")
+    {
+        const std::string folder = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe)
+        const auto *test = testing::UnitTest::GetInstance()->current_test_info();
+        m_file = folder + "/clser" + test->test_suite_name() + test->name() + name + ".so";
+        std::ifstream from(original, std::ios::binary);
+        std::ofstream(m_file, std::ios::binary) << from.rdbuf();
+        describe("");
+    }
+
+    const std::string &file() const { return m_file; }
+
+    void describe(const std::string &ports) const { std::ofstream(m_file + ".ports") << ports; }
+
+private:
+    std::string m_file;
+};

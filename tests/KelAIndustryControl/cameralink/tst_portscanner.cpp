@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+// What is remembered of the ports of a library, scan after scan; the library is loaded for real.
+#include "SimulatedLibrary.h"
+
+#include <KelAIndustryControl/cameralink/PortScanner.h>
+
+using namespace kela;
+using namespace kela::cameralink;
+
+namespace
+{
+
+class PortScannerTest : public testing::Test
+{
+protected:
+    PortScannerTest()
+        : m_library(SIMULATED_SERIAL_LIBRARY)
+    {
+    }
+
+    /// Models of the cameras after one more scan, in their order.
+    std::vector<std::string> scan()
+    {
+        m_scanner.scan();
+        std::vector<std::string> models;
+        for (const PortCamera &camera : m_cameras)
+            models.push_back(camera.identity.model);
+        return models;
+    }
+
+    using Models = std::vector<std::string>;
+
+    const SimulatedLibrary m_library;
+    LogLines m_log;
+    TimePoint m_now = Clock::now();
+    std::vector<PortCamera> m_cameras;
+    PortScanner m_scanner{m_library.file(),
+                          {[] {}, [this](std::vector<PortCamera> cameras) { m_cameras = std::move(cameras); }},
+                          [this] { return m_now; }};
+};
+
+TEST_F(PortScannerTest, identifiedPortIsAskedAgainAfterAMinute)
+{
+    m_library.describe("A camera instant model=EX-1 serial=1\n");
+    EXPECT_EQ(scan(), Models{"EX-1"});
+    m_library.describe("A camera instant model=EX-2 serial=2\n");
+
+    m_now += kIdentityAge - Milliseconds{1};
+    EXPECT_EQ(scan(), Models{"EX-1"});
+    m_now += Milliseconds{1};
+    EXPECT_EQ(scan(), Models{"EX-2"});
+}
+
+TEST_F(PortScannerTest, portTakenByAnotherProgramHasNoCameraUntilItIsFree)
+{
+    m_library.describe("A camera instant model=EX-1 serial=1\n");
+    EXPECT_EQ(scan(), Models{"EX-1"});
+
+    m_library.describe("A busy\n");
+    m_now += kIdentityAge;
+    EXPECT_EQ(scan(), Models{});
+    EXPECT_EQ(scan(), Models{});
+    EXPECT_EQ(m_log.count("port A: in use by another program"), 1) << "once, not in every scan";
+
+    m_library.describe("A camera instant model=EX-1 serial=1\n");
+    EXPECT_EQ(scan(), Models{"EX-1"});
+
+    m_library.describe("A busy\n");
+    m_now += kIdentityAge;
+    EXPECT_EQ(scan(), Models{});
+    EXPECT_EQ(m_log.count("port A: in use by another program"), 2) << "taken anew";
+}
+
+TEST_F(PortScannerTest, portThatFailedIsAskedInTheNextScan)
+{
+    m_library.describe("A silent\n");
+    EXPECT_EQ(scan(), Models{});
+    m_library.describe("A camera instant model=EX-1 serial=1\n");
+
+    EXPECT_EQ(scan(), Models{"EX-1"});
+}
+
+} // namespace
