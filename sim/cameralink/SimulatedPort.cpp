@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -19,6 +20,8 @@ constexpr std::chrono::microseconds kByteTime{1042}; // ten bits at 9600 baud
 constexpr std::size_t kHeadSize = 16;
 constexpr std::size_t kReadCommandSize = 28;
 constexpr std::size_t kTextSize = 64;
+
+std::atomic<std::uint64_t> bytesMoved{0};
 
 std::uint16_t word(const std::vector<std::uint8_t> &bytes, std::size_t at)
 {
@@ -103,6 +106,11 @@ std::vector<PortDescription> describedPorts()
     return ports;
 }
 
+std::uint64_t bytesOnLines()
+{
+    return bytesMoved;
+}
+
 SimulatedPort::SimulatedPort(PortDescription description)
     : m_description(std::move(description))
 {
@@ -133,6 +141,7 @@ void SimulatedPort::setText(std::size_t address, const std::string &key)
 
 void SimulatedPort::receive(const std::uint8_t *bytes, std::size_t count)
 {
+    bytesMoved += count;
     m_received.insert(m_received.end(), bytes, bytes + count);
     m_writtenUntil = std::max(m_writtenUntil, Clock::now()) + byteTime() * count;
     if (m_received.size() < kReadCommandSize)
@@ -174,6 +183,7 @@ void SimulatedPort::answer(const std::vector<std::uint8_t> &command)
 
 void SimulatedPort::send(const std::vector<std::uint8_t> &packet, Clock::time_point begin)
 {
+    bytesMoved += packet.size();
     for (const std::uint8_t value : packet) {
         begin += byteTime();
         m_line.push_back({begin, value});

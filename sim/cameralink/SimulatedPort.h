@@ -38,6 +38,9 @@ struct PortDescription {
 /// with "_" for a blank in texts; "#" begins a comment.
 std::vector<PortDescription> describedPorts();
 
+/// Bytes that went over the lines of all ports, to the cameras and from them.
+std::uint64_t bytesOnLines();
+
 /// A port with a camera's registers behind it, at the speed of a line of 9600 baud.
 class SimulatedPort
 {

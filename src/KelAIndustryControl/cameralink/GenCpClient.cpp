@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace kela::cameralink
 {
@@ -23,11 +24,14 @@ constexpr std::uint16_t kWordSize = 4;
 constexpr std::uint16_t kTextSize = 64;
 constexpr std::uint32_t kHasUserName = 0x01;
 
-constexpr int kTries = 3;
-constexpr int kFirstTries = 2; // most ports that do not answer have no camera: they are not to cost much
+constexpr std::size_t kTries = 3;
+// Most ports that do not answer have no camera: they are not to cost much. A question that is repeated keeps
+// its number, so that the answer to either is taken: together both wait for the longest response.
+constexpr Milliseconds kFirstResponses[] = {Milliseconds{100}, Milliseconds{150}};
 constexpr Milliseconds kShortestResponse{50}; // what it tells is the camera's time, not that of this host
 constexpr Milliseconds kLongestPending{5000};
 constexpr Milliseconds kDrainLimit{200};
+constexpr Milliseconds kFirstListen{10}; // ten bytes' time: who was talking before is heard
 constexpr std::uint16_t kStatusError = 0x8000;
 
 struct Capability {
@@ -60,11 +64,10 @@ std::optional<Layout> layoutOf(const std::vector<std::uint8_t> &data)
 ProbeResult GenCpClient::identify(CameraIdentity &identity)
 {
     m_port.setDefaultRate();
-    m_port.drain(kDrainLimit);
+    m_port.drain(kDrainLimit, kFirstListen);
     Data data;
     if (readMemory(kVersionRegister, kWordSize, data) != Answer::Data)
         return m_hasHeardBytes ? ProbeResult::Unknown : ProbeResult::NoAnswer;
-    m_responseTime = kLongestResponse;
     if (readMemory(kResponseTimeRegister, kWordSize, data) == Answer::Data) {
         if (const auto limit = layoutOf<Be32>(data))
             m_responseTime = std::clamp(Milliseconds(limit->value()), kShortestResponse, kLongestResponse);
@@ -95,28 +98,30 @@ GenCpClient::Answer GenCpClient::readMemory(std::uint64_t address, std::uint16_t
     const std::uint16_t requestId = m_nextId;
     m_nextId = m_nextId == UINT16_MAX ? std::uint16_t{1} : static_cast<std::uint16_t>(m_nextId + 1);
     const ReadCommand command = readCommand(address, count, requestId);
-    const int tries = requestId == 0 ? kFirstTries : kTries;
-    for (int attempt = 0; attempt < tries && !m_isStopWanted(); ++attempt) {
+    const bool isFirst = requestId == 0;
+    const std::size_t tries = isFirst ? std::size(kFirstResponses) : kTries;
+    for (std::size_t attempt = 0; attempt < tries && !m_isStopWanted(); ++attempt) {
         PacketHead head;
-        if (exchange(command, requestId, count, head, data)) {
+        const Milliseconds response = isFirst ? kFirstResponses[attempt] : m_responseTime;
+        if (exchange(command, requestId, count, response, head, data)) {
             if (head.status & kStatusError)
                 return Answer::NotThere;
             data.resize(count);
             return Answer::Data;
         }
         if (m_hasHeardBytes)
-            m_port.drain(kDrainLimit);
+            m_port.drain(kDrainLimit, kQuietLine);
     }
     return Answer::None;
 }
 
 bool GenCpClient::exchange(const ReadCommand &command, std::uint16_t requestId, std::uint16_t count,
-                           PacketHead &head, Data &data)
+                           Milliseconds response, PacketHead &head, Data &data)
 {
     if (!m_port.write(command.data(), command.size(), lineTime(command.size()) + kLongestResponse))
         return false;
     const Milliseconds answerTime = lineTime(kPacketHeadSize + count);
-    TimePoint deadline = Clock::now() + lineTime(command.size()) + m_responseTime + answerTime;
+    TimePoint deadline = Clock::now() + lineTime(command.size()) + response + answerTime;
     const TimePoint latest = deadline + kLongestPending;
     while (Clock::now() < deadline && receivePacket(deadline, head, data)) {
         if (head.requestId != requestId)

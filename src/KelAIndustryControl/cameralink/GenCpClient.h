@@ -27,20 +27,16 @@ enum class ProbeResult { Identified, NoAnswer, Unknown };
 
 /// The longest that a camera may take for an answer.
 constexpr Milliseconds kLongestResponse{300};
-/// What a port is given for its very first answer.
-constexpr Milliseconds kFirstResponse{100};
 
 /// Reads a camera's registers over an open port at 9600 baud. It writes nothing into the camera.
 /// Thread: the library's own.
 class GenCpClient
 {
 public:
-    /// @param firstResponse  how long the first answer may let wait for itself, the time on the line apart
     /// @param isStopWanted  asked between packets; true ends the probe
-    GenCpClient(SerialPort &port, Milliseconds firstResponse, std::function<bool()> isStopWanted)
+    GenCpClient(SerialPort &port, std::function<bool()> isStopWanted)
         : m_port(port)
         , m_isStopWanted(std::move(isStopWanted))
-        , m_responseTime(firstResponse)
     {
     }
 
@@ -51,8 +47,8 @@ private:
     enum class Answer { Data, NotThere, None };
 
     Answer readMemory(std::uint64_t address, std::uint16_t count, Data &data);
-    bool exchange(const ReadCommand &command, std::uint16_t requestId, std::uint16_t count, PacketHead &head,
-                  Data &data);
+    bool exchange(const ReadCommand &command, std::uint16_t requestId, std::uint16_t count,
+                  Milliseconds response, PacketHead &head, Data &data);
     bool receivePacket(TimePoint deadline, PacketHead &head, Data &data);
     bool receiveBytes(Data &packet, std::size_t count, TimePoint deadline);
     bool findPreamble(Data &packet, TimePoint deadline);
@@ -60,7 +56,7 @@ private:
 
     SerialPort &m_port;
     std::function<bool()> m_isStopWanted;
-    Milliseconds m_responseTime;
+    Milliseconds m_responseTime = kLongestResponse;
     std::uint16_t m_nextId = 0;
     bool m_hasHeardBytes = false;
 };

@@ -61,9 +61,7 @@ void PortScanner::probe(const std::string &name, std::uint32_t index, Known &kno
         return;
     }
     CameraIdentity identity;
-    // Most ports that do not answer have no camera. One that is slow at first answers the next scan's question.
-    const Milliseconds patience = std::exchange(known.isAsked, true) ? kLongestResponse : kFirstResponse;
-    const ProbeResult probed = GenCpClient(*port, patience, [this] {
+    const ProbeResult probed = GenCpClient(*port, [this] {
                                    m_report.progress();
                                    return false;
                                }).identify(identity);

@@ -55,7 +55,6 @@ private:
         std::optional<CameraIdentity> identity;
         TimePoint identifiedAt;
         std::string lastRemark; ///< why there is no camera, as it was logged last
-        bool isAsked = false;   ///< not for the first time any more
     };
     using PortKey = std::pair<std::string, int>; ///< its name, and its place among those of that name
 

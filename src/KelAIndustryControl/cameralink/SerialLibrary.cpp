@@ -48,7 +48,6 @@ namespace
 constexpr std::uint32_t kMostPorts = 64;
 constexpr std::uint32_t kRate9600 = 0x01; // a bit of the table of rates, not the number
 constexpr Milliseconds kPollPause{3};
-constexpr Milliseconds kQuietLine{50};
 
 /// A text that a library writes: the last byte is kept from it, since some forget the NUL.
 class TextBuffer
@@ -138,12 +137,13 @@ std::size_t SerialPort::read(std::uint8_t *bytes, std::size_t count, TimePoint d
     return taken;
 }
 
-void SerialPort::drain(Milliseconds limit)
+void SerialPort::drain(Milliseconds limit, Milliseconds firstWait)
 {
     const TimePoint deadline = Clock::now() + limit;
     std::array<std::uint8_t, 64> dropped;
-    while (Clock::now() < deadline && read(dropped.data(), dropped.size(), Clock::now() + kQuietLine) > 0) {
-    }
+    Milliseconds wait = firstWait;
+    while (Clock::now() < deadline && read(dropped.data(), dropped.size(), Clock::now() + wait) > 0)
+        wait = kQuietLine;
     if (m_functions->flush)
         m_functions->flush(m_reference);
 }

@@ -20,6 +20,9 @@ constexpr std::int32_t kSerialTimeout = -10004;
 constexpr std::int32_t kSerialInvalidIndex = -10005;
 constexpr std::int32_t kSerialFunctionMissing = -10099;
 
+/// A line without bytes for so long is quiet: what comes then is something new.
+constexpr Milliseconds kQuietLine{50};
+
 /// Entry points of a loaded library; those of the newer edition may be missing.
 struct SerialFunctions;
 
@@ -50,7 +53,8 @@ public:
     std::size_t read(std::uint8_t *bytes, std::size_t count, TimePoint deadline);
 
     /// Throws away what has arrived until the line was quiet for a moment, @p limit at most.
-    void drain(Milliseconds limit);
+    /// @param firstWait  how long to listen for the first byte
+    void drain(Milliseconds limit, Milliseconds firstWait);
 
 private:
     const SerialFunctions *m_functions;

@@ -5,7 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+
+#include <chrono>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <mutex>
 #include <string>
@@ -39,6 +44,14 @@ private:
     std::vector<std::string> m_lines;
 };
 
+/// The time that bytes take on a line at 9600 baud, ten bits each.
+inline std::chrono::milliseconds lineTimeOf(std::uint64_t bytes)
+{
+    constexpr std::uint64_t kBitsPerByte = 10;
+    constexpr std::uint64_t kBaud = 9600;
+    return std::chrono::milliseconds(bytes * kBitsPerByte * 1000 / kBaud);
+}
+
 /// A simulated serial library of the running test's own. A file is loaded once in a process and keeps what
 /// it found, so each test copies it; its ports are described beside it.
 class SimulatedLibrary
@@ -59,6 +72,19 @@ public:
     const std::string &file() const { return m_file; }
 
     void describe(const std::string &ports) const { std::ofstream(m_file + ".ports") << ports; }
+
+    /// Bytes that went over its lines until now, in both directions.
+    std::uint64_t bytesOnLines() const
+    {
+        void *handle = ::dlopen(m_file.c_str(), RTLD_NOW | RTLD_LOCAL);
+        void *symbol = handle ? ::dlsym(handle, "simBytesOnLines") : nullptr;
+        EXPECT_NE(symbol, nullptr);
+        if (!symbol)
+            return 0;
+        std::uint64_t (*ask)() = nullptr;
+        std::memcpy(&ask, &symbol, sizeof(symbol));
+        return ask();
+    }
 
 private:
     std::string m_file;

@@ -2,9 +2,9 @@
 // The device access over a simulated serial library that is loaded for real.
 #include "SimulatedLibrary.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
-#include <iostream>
 #include <thread>
 
 namespace
@@ -12,18 +12,33 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
+constexpr std::chrono::milliseconds kHalfASecond{500};
+constexpr std::uint64_t kTwoQuestions = 2 * 28; // bytes
+
 class CameraLink : public testing::Test
 {
 protected:
     CameraLink()
         : m_library(SIMULATED_SERIAL_LIBRARY)
     {
-        setenv("KELS_CLSERIAL", m_library.file().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+        use(m_library);
     }
 
     void describe(const std::string &ports) { m_library.describe(ports); }
 
+    void use(const SimulatedLibrary &library)
+    {
+        setenv("KELS_CLSERIAL", library.file().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    }
+
     unsigned int enumerate() { return m_access.EnumDevices(KELA_INTERFACE_TYPE_CAMERALINK, &m_list, false); }
+
+    std::chrono::milliseconds timeOfAPass()
+    {
+        const auto begin = Clock::now();
+        EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+        return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin);
+    }
 
     const SimulatedLibrary m_library;
     LogLines m_log;
@@ -160,23 +175,35 @@ TEST_F(CameraLink, portsOfOneNameAreProbedEach)
     EXPECT_EQ(fixedText(m_list.devices[1]->serialNumber), "2");
 }
 
-TEST_F(CameraLink, silentPortIsAskedTwiceAndNotForLong)
+TEST_F(CameraLink, twoCamerasAndASilentPortTakeTheLinesTimeAndHalfASecond)
 {
-    describe("A camera model=EX-1 serial=1\nB camera model=EX-2 serial=2\n");
-    auto begin = Clock::now();
-    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
-    const auto lines = Clock::now() - begin;
-    describe("A camera model=EX-1 serial=1\nB camera model=EX-2 serial=2\nC silent\n");
-    begin = Clock::now();
-    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
-    const auto silence = Clock::now() - begin;
+    // The best of three: what else the machine does is not the library's.
+    auto best = std::chrono::milliseconds::max();
+    for (const char *name : {"1", "2", "3"}) {
+        const SimulatedLibrary library(SIMULATED_SERIAL_LIBRARY, name);
+        library.describe("A camera model=EX-1 serial=1\nB camera model=EX-2 serial=2\nC silent\n");
+        use(library);
+        const auto elapsed = timeOfAPass();
+        ASSERT_EQ(m_list.count, 2U);
+        best = std::min(best, elapsed - lineTimeOf(library.bytesOnLines()));
+        if (best < kHalfASecond)
+            break;
+    }
+    EXPECT_LT(best, kHalfASecond);
+}
 
-    EXPECT_EQ(m_list.count, 2U);
-    std::cout << "two cameras " << std::chrono::duration<double, std::milli>(lines).count()
-              << " ms, a silent port " << std::chrono::duration<double, std::milli>(silence).count() << " ms\n";
-    // Where it has to wait for twice: the commands' time on the line and the patience with a first answer.
-    EXPECT_GT(silence, std::chrono::milliseconds(200));
-    EXPECT_LT(silence, std::chrono::seconds(5));
+TEST_F(CameraLink, silentPortCostsAsLittleInLaterPasses)
+{
+    describe("A silent\n");
+    enumerate();
+
+    auto best = std::chrono::milliseconds::max();
+    for (int pass = 0; pass < 3; ++pass) {
+        const std::uint64_t before = m_library.bytesOnLines();
+        best = std::min(best, timeOfAPass());
+        EXPECT_EQ(m_library.bytesOnLines() - before, kTwoQuestions) << "it is asked in every pass";
+    }
+    EXPECT_LT(best, kHalfASecond);
 }
 
 TEST_F(CameraLink, cancelEndsTheWaitForALibrary)
