@@ -27,7 +27,7 @@ enum class PortKind {
 struct PortDescription {
     std::string name;
     PortKind kind = PortKind::Silent;
-    std::map<std::string, std::string> texts; ///< manufacturer, model, version, serial, user
+    std::map<std::string, std::string> texts; ///< manufacturer, model, version, serial, user, maker
     bool hasFullTexts = false;                ///< texts fill their registers, without a NUL
     bool isInstant = false;                   ///< bytes take no time on the line
 };

@@ -21,12 +21,12 @@ const char *remarkOf(ProbeResult result)
 void PortScanner::scan()
 {
     loadOnce();
-    std::map<std::string, int> repeats;
+    std::map<PortName, int> repeats;
     std::set<PortKey> present;
     const std::uint32_t count = m_library ? m_library->portCount() : 0;
     for (std::uint32_t index = 0; index < count; ++index) {
         m_report.progress();
-        const std::string name = m_library->portName(index);
+        const PortName name = m_library->portName(index);
         const PortKey key(name, repeats[name]++);
         present.insert(key);
         probe(name, index, m_known[key]);
@@ -48,7 +48,7 @@ void PortScanner::loadOnce()
         logLine(KELA_LOG_INFO, "Camera Link: " + printable(error));
 }
 
-void PortScanner::probe(const std::string &name, std::uint32_t index, Known &known)
+void PortScanner::probe(const PortName &name, std::uint32_t index, Known &known)
 {
     if (known.identity && m_now() - known.identifiedAt < kIdentityAge)
         return;
@@ -74,11 +74,13 @@ void PortScanner::probe(const std::string &name, std::uint32_t index, Known &kno
     known.lastRemark.clear();
 }
 
-void PortScanner::remark(const std::string &name, Known &known, const std::string &text)
+void PortScanner::remark(const PortName &name, Known &known, const std::string &text)
 {
     known.identity.reset();
-    if (std::exchange(known.lastRemark, text) != text)
-        logLine(KELA_LOG_INFO, "Camera Link: port " + printable(name) + ": " + text);
+    if (std::exchange(known.lastRemark, text) == text)
+        return;
+    const std::string maker = name.maker.empty() ? std::string() : " of " + printable(name.maker);
+    logLine(KELA_LOG_INFO, "Camera Link: port " + printable(name.port) + maker + ": " + text);
 }
 
 std::vector<PortCamera> PortScanner::cameras() const
@@ -86,7 +88,7 @@ std::vector<PortCamera> PortScanner::cameras() const
     std::vector<PortCamera> found;
     for (const auto &[key, known] : m_known) {
         if (known.identity)
-            found.push_back({key.first, *known.identity});
+            found.push_back({key.first.port, *known.identity});
     }
     return found;
 }

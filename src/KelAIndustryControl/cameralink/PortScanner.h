@@ -56,11 +56,11 @@ private:
         TimePoint identifiedAt;
         std::string lastRemark; ///< why there is no camera, as it was logged last
     };
-    using PortKey = std::pair<std::string, int>; ///< its name, and its place among those of that name
+    using PortKey = std::pair<PortName, int>; ///< its name, and its place among those of that name
 
     void loadOnce();
-    void probe(const std::string &name, std::uint32_t index, Known &known);
-    void remark(const std::string &name, Known &known, const std::string &text);
+    void probe(const PortName &name, std::uint32_t index, Known &known);
+    void remark(const PortName &name, Known &known, const std::string &text);
     std::vector<PortCamera> cameras() const;
 
     const std::string m_file;

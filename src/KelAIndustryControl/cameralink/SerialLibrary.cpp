@@ -185,7 +185,7 @@ std::uint32_t SerialLibrary::portCount() const
     return ports;
 }
 
-std::string SerialLibrary::portName(std::uint32_t index) const
+PortName SerialLibrary::portName(std::uint32_t index) const
 {
     TextBuffer maker;
     TextBuffer name;
@@ -198,8 +198,12 @@ std::string SerialLibrary::portName(std::uint32_t index) const
     } else if (m_functions->portIdentifier) {
         result = m_functions->portIdentifier(index, name.data(), &nameSize);
     }
-    const std::string text = result == kSerialOk ? name.text() : std::string();
-    return text.empty() ? "port " + std::to_string(index) : text;
+    PortName found;
+    if (result == kSerialOk)
+        found = {maker.text(), name.text()};
+    if (found.port.empty())
+        found.port = "port " + std::to_string(index);
+    return found;
 }
 
 std::unique_ptr<SerialPort> SerialLibrary::open(std::uint32_t index, std::int32_t &result) const

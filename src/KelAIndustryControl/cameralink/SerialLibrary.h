@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -61,6 +62,17 @@ private:
     void *m_reference;
 };
 
+/// What tells a port from others: its number may change when boards come and go.
+struct PortName {
+    std::string maker; ///< empty but where makers share one library
+    std::string port;
+};
+
+inline bool operator<(const PortName &a, const PortName &b)
+{
+    return std::tie(a.maker, a.port) < std::tie(b.maker, b.port);
+}
+
 /// A vendor-neutral serial interface library, loaded for the life of the process: it may have threads of its
 /// own, so it is never unloaded.
 /// Thread: one, the library's own.
@@ -75,8 +87,8 @@ public:
     /// Number of ports. A library of the first edition does not tell: then ports are found by opening them.
     std::uint32_t portCount() const;
 
-    /// The port's own name, with that of its maker where several makers share one library.
-    std::string portName(std::uint32_t index) const;
+    /// What the library calls a port; "port N" where it does not say.
+    PortName portName(std::uint32_t index) const;
 
     /// @param result  receives the library's code
     /// @return null when the port could not be opened

@@ -13,8 +13,8 @@ namespace
 class PortScannerTest : public testing::Test
 {
 protected:
-    PortScannerTest()
-        : m_library(SIMULATED_SERIAL_LIBRARY)
+    explicit PortScannerTest(const char *library = SIMULATED_SERIAL_LIBRARY)
+        : m_library(library)
     {
     }
 
@@ -37,6 +37,15 @@ protected:
     PortScanner m_scanner{m_library.file(),
                           {[] {}, [this](std::vector<PortCamera> cameras) { m_cameras = std::move(cameras); }},
                           [this] { return m_now; }};
+};
+
+class DispatcherTest : public PortScannerTest
+{
+protected:
+    DispatcherTest()
+        : PortScannerTest(SIMULATED_DISPATCHER)
+    {
+    }
 };
 
 TEST_F(PortScannerTest, identifiedPortIsAskedAgainAfterAMinute)
@@ -78,6 +87,30 @@ TEST_F(PortScannerTest, portThatFailedIsAskedInTheNextScan)
     m_library.describe("A camera instant model=EX-1 serial=1\n");
 
     EXPECT_EQ(scan(), Models{"EX-1"});
+}
+
+TEST_F(DispatcherTest, portsOfOneNameOfTwoMakersHaveACameraEach)
+{
+    m_library.describe("Port_0 camera instant maker=Alpha model=EX-1 serial=1\n"
+                       "Port_0 camera instant maker=Beta model=EX-2 serial=2\n");
+
+    EXPECT_EQ(scan(), (Models{"EX-1", "EX-2"}));
+    for (const PortCamera &camera : m_cameras)
+        EXPECT_EQ(camera.portName, "Port_0") << "the port's own name, without its maker";
+}
+
+TEST_F(DispatcherTest, portKeepsItsCameraWhenItsNumberChanges)
+{
+    m_library.describe("Port_0 camera instant maker=Beta model=EX-2 serial=2\n");
+    EXPECT_EQ(scan(), Models{"EX-2"});
+    const std::uint64_t before = m_library.bytesOnLines();
+
+    m_library.describe("Port_0 busy maker=Alpha\nPort_0 busy maker=Beta\n");
+
+    EXPECT_EQ(scan(), Models{"EX-2"}) << "its minute is not over";
+    EXPECT_EQ(m_library.bytesOnLines(), before);
+    EXPECT_EQ(m_log.count("port Port_0 of Alpha: in use"), 1);
+    EXPECT_EQ(m_log.count("of Beta"), 0);
 }
 
 } // namespace
