@@ -19,7 +19,7 @@ SIM_EXPORT std::int32_t clGetPortInfo(std::uint32_t index, char *maker, std::uin
     if (index >= ports.size())
         return kInvalidIndex;
     *version = 2;
-    const std::int32_t makerResult = giveText(ports[index].texts["maker"], maker, makerBytes);
+    const std::int32_t makerResult = giveText(ports[index].values["maker"], maker, makerBytes);
     const std::int32_t portResult = giveText(ports[index].name, port, portBytes);
     return makerResult == kNoError ? portResult : makerResult;
 }

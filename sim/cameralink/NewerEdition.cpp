@@ -10,6 +10,8 @@ SIM_EXPORT std::int32_t clGetNumBytesAvail(void *reference, std::uint32_t *count
 {
     if (!reference)
         return kInvalidReference;
+    if (portOf(reference)->description().is("uncounted"))
+        return kFunctionNotFound;
     *count = static_cast<std::uint32_t>(portOf(reference)->available());
     return kNoError;
 }

@@ -2,11 +2,19 @@
 // Talking over simulated ports: the functions that libraries of every kind and edition have.
 #include "SerialInterface.h"
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <thread>
 
 using namespace kelsim;
+
+namespace
+{
+
+constexpr std::uint32_t kPieceSize = 3;
+
+} // namespace
 
 extern "C" {
 
@@ -41,6 +49,8 @@ SIM_EXPORT std::int32_t clSerialRead(void *reference, char *bytes, std::uint32_t
 {
     if (!reference)
         return kInvalidReference;
+    if (portOf(reference)->description().is("pieces"))
+        *count = std::min(*count, kPieceSize);
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
     while (portOf(reference)->available() < *count) {
         if (std::chrono::steady_clock::now() >= deadline)

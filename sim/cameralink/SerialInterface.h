@@ -22,6 +22,7 @@ constexpr std::int32_t kPortInUse = -10003;
 constexpr std::int32_t kTimeout = -10004;
 constexpr std::int32_t kInvalidIndex = -10005;
 constexpr std::int32_t kInvalidReference = -10006;
+constexpr std::int32_t kFunctionNotFound = -10099;
 
 /// Sizes of texts hold the room given and the room needed, the NUL included.
 inline std::int32_t giveText(const std::string &text, char *buffer, std::uint32_t *size)

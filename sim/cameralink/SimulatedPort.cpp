@@ -21,6 +21,24 @@ constexpr std::size_t kHeadSize = 16;
 constexpr std::size_t kReadCommandSize = 28;
 constexpr std::size_t kTextSize = 64;
 
+constexpr std::size_t kVersionRegister = 0x000;
+constexpr std::size_t kModelRegister = 0x044;
+constexpr std::size_t kCapabilityRegister = 0x1C4;
+constexpr std::size_t kResponseTimeRegister = 0x1CC;
+constexpr std::pair<std::string_view, std::size_t> kTextRegisters[] = {
+    {"manufacturer", 0x004}, {"model", kModelRegister}, {"version", 0x0C4}, {"serial", 0x144}, {"user", 0x184},
+};
+
+constexpr std::uint8_t kHasUserName = 0x01;
+constexpr std::uint8_t kUtf8 = 0x10;
+constexpr std::uint8_t kUtf16 = 0x20;
+
+constexpr std::uint16_t kAcknowledgeRead = 0x0801;
+constexpr std::uint16_t kAcknowledgePending = 0x0805;
+constexpr std::uint16_t kStatusGood = 0x0000;
+constexpr std::uint16_t kStatusInvalidAddress = 0x8003;
+constexpr std::uint16_t kStatusBusy = 0x8007;
+
 std::atomic<std::uint64_t> bytesMoved{0};
 
 std::uint16_t word(const std::vector<std::uint8_t> &bytes, std::size_t at)
@@ -42,6 +60,21 @@ std::uint16_t complementOfSum(const std::vector<std::uint8_t> &bytes, std::size_
     while (sum > 0xFFFF)
         sum = (sum & 0xFFFF) + (sum >> 16);
     return static_cast<std::uint16_t>(~sum);
+}
+
+std::vector<std::uint8_t> acknowledge(std::uint16_t code, std::uint16_t status, std::uint16_t requestId,
+                                      const std::vector<std::uint8_t> &data)
+{
+    std::vector<std::uint8_t> packet(kHeadSize + data.size());
+    std::copy(data.begin(), data.end(), packet.begin() + static_cast<std::ptrdiff_t>(kHeadSize));
+    setWord(packet, 0, 0x0100);
+    setWord(packet, 8, status);
+    setWord(packet, 10, code);
+    setWord(packet, 12, static_cast<std::uint16_t>(data.size()));
+    setWord(packet, 14, requestId);
+    setWord(packet, 2, complementOfSum(packet, 6, kHeadSize));
+    setWord(packet, 4, complementOfSum(packet, 6, packet.size()));
+    return packet;
 }
 
 PortKind kindOf(const std::string &word)
@@ -67,12 +100,10 @@ PortDescription described(std::istringstream &line, const std::string &name)
     for (std::string item; line >> item;) {
         std::replace(item.begin(), item.end(), '_', ' ');
         const std::size_t equals = item.find('=');
-        if (item == "full") {
-            port.hasFullTexts = true;
-        } else if (item == "instant") {
-            port.isInstant = true;
-        } else if (equals != std::string::npos) {
-            port.texts[item.substr(0, equals)] = item.substr(equals + 1);
+        if (equals == std::string::npos) {
+            port.traits.insert(item);
+        } else {
+            port.values[item.substr(0, equals)] = item.substr(equals + 1);
         }
     }
     return port;
@@ -106,6 +137,13 @@ std::vector<PortDescription> describedPorts()
     return ports;
 }
 
+unsigned int PortDescription::number(const std::string &key, unsigned int otherwise) const
+{
+    const auto value = values.find(key);
+    return value == values.end() ? otherwise
+                                 : static_cast<unsigned int>(std::strtoul(value->second.c_str(), nullptr, 10));
+}
+
 std::uint64_t bytesOnLines()
 {
     return bytesMoved;
@@ -119,22 +157,30 @@ SimulatedPort::SimulatedPort(PortDescription description)
 
 void SimulatedPort::fillRegisters()
 {
-    m_registers[0x001] = 1; // version 1.1
-    m_registers[0x003] = 1;
-    setText(0x004, "manufacturer");
-    setText(0x044, "model");
-    setText(0x0C4, "version");
-    setText(0x144, "serial");
-    setText(0x184, "user");
-    m_registers[0x1CB] = m_description.texts.count("user") ? 0x11 : 0x10; // UTF-8; has a user-defined name
-    m_registers[0x1CF] = 200;                                             // longest response, ms
+    m_registers[kVersionRegister + 1] = 1; // 1.1
+    m_registers[kVersionRegister + 3] = 1;
+    for (const auto &[key, address] : kTextRegisters)
+        setText(address, std::string(key));
+    const std::uint8_t encoding = m_description.is("utf16") ? kUtf16 : kUtf8;
+    const std::uint8_t userName = m_description.values.count("user") ? kHasUserName : std::uint8_t{0};
+    m_registers[kCapabilityRegister + 7] = static_cast<std::uint8_t>(encoding | userName);
+    const unsigned int response = m_description.number("response", 200);
+    m_registers[kResponseTimeRegister + 2] = static_cast<std::uint8_t>(response >> 8);
+    m_registers[kResponseTimeRegister + 3] = static_cast<std::uint8_t>(response);
 }
 
 void SimulatedPort::setText(std::size_t address, const std::string &key)
 {
-    std::string text = m_description.texts[key];
-    if (m_description.hasFullTexts && !text.empty())
+    const auto value = m_description.values.find(key);
+    std::string text = value == m_description.values.end() ? std::string() : value->second;
+    if (m_description.is("full") && !text.empty())
         text.resize(kTextSize, 'x');
+    if (m_description.is("utf16")) {
+        std::string wide;
+        for (const char letter : text)
+            wide += {'\0', letter};
+        text = wide;
+    }
     text.resize(std::min(text.size(), kTextSize));
     std::copy(text.begin(), text.end(), m_registers.begin() + static_cast<std::ptrdiff_t>(address));
 }
@@ -149,40 +195,71 @@ void SimulatedPort::receive(const std::uint8_t *bytes, std::size_t count)
     answer(std::exchange(m_received, {}));
 }
 
-void SimulatedPort::answer(const std::vector<std::uint8_t> &command)
+void SimulatedPort::answer(const Bytes &command)
 {
     const bool isWhole = complementOfSum(command, 6, kHeadSize) == word(command, 2) &&
                          complementOfSum(command, 6, command.size()) == word(command, 4);
     if (m_description.kind == PortKind::Silent || !isWhole || word(command, 10) != 0x0800)
         return;
     if (m_description.kind == PortKind::Noise) {
-        send(std::vector<std::uint8_t>{'l', 'o', 'g', 'i', 'n', ':', ' ', 0x01, 0x02, 0xFF}, m_writtenUntil);
+        send(Bytes{'l', 'o', 'g', 'i', 'n', ':', ' ', 0x01, 0x02, 0xFF}, m_writtenUntil);
         return;
     }
     const std::size_t address = static_cast<std::size_t>(word(command, 20)) << 16 | word(command, 22);
-    const std::size_t count = word(command, 26);
-    const bool isThere = address + count <= m_registers.size();
-    std::vector<std::uint8_t> packet(kHeadSize);
-    setWord(packet, 0, 0x0100);
-    setWord(packet, 8, isThere ? 0x0000 : 0x8003);
-    setWord(packet, 10, 0x0801);
-    setWord(packet, 12, static_cast<std::uint16_t>(isThere ? count : 0));
-    setWord(packet, 14, word(command, 14));
-    if (isThere) {
-        const auto begin = m_registers.begin() + static_cast<std::ptrdiff_t>(address);
-        packet.insert(packet.end(), begin, begin + static_cast<std::ptrdiff_t>(count));
+    answerRead(address, word(command, 26), word(command, 14));
+}
+
+void SimulatedPort::answerRead(std::size_t address, std::size_t count, std::uint16_t requestId)
+{
+    const bool isModel = address == kModelRegister;
+    auto begin = m_writtenUntil + std::chrono::milliseconds(m_description.number("delay"));
+    if (address == kVersionRegister)
+        begin += std::chrono::milliseconds(m_description.number("first"));
+    if (isModel && m_busyAnswers < m_description.number("busy")) {
+        ++m_busyAnswers;
+        send(acknowledge(kAcknowledgeRead, kStatusBusy, requestId, {}), begin);
+        return;
     }
-    setWord(packet, 2, complementOfSum(packet, 6, kHeadSize));
-    setWord(packet, 4, complementOfSum(packet, 6, packet.size()));
+    if (const unsigned int pending = isModel ? m_description.number("pending") : 0) {
+        Bytes patience(4);
+        setWord(patience, 2, static_cast<std::uint16_t>(pending));
+        send(acknowledge(kAcknowledgePending, kStatusGood, requestId, patience), begin);
+        begin += std::chrono::milliseconds(pending) * 3 / 4;
+    }
+    if (m_description.is("late"))
+        send(m_previousAnswer, begin);
+    if (m_description.is("preamble"))
+        send(Bytes{0x55, 0x01, 0x00, 0x41}, begin);
+    Bytes packet = acknowledge(kAcknowledgeRead, kStatusInvalidAddress, requestId, {});
+    if (!isRefused(address, count)) {
+        const auto data = m_registers.begin() + static_cast<std::ptrdiff_t>(address);
+        packet = acknowledge(kAcknowledgeRead, kStatusGood, requestId,
+                             Bytes(data, data + static_cast<std::ptrdiff_t>(count)));
+    }
     if (m_description.kind == PortKind::Checksum)
         packet[5] ^= 1;
     if (m_description.kind == PortKind::Stops)
         packet.resize(packet.size() / 2);
-    send(packet, m_writtenUntil);
+    send(packet, begin);
+    m_previousAnswer = packet;
 }
 
-void SimulatedPort::send(const std::vector<std::uint8_t> &packet, Clock::time_point begin)
+bool SimulatedPort::isRefused(std::size_t address, std::size_t count) const
 {
+    const auto isMissing = [&](const auto &entry) {
+        const auto without = m_description.values.find("without");
+        return entry.second == address && without != m_description.values.end() &&
+               without->second == entry.first;
+    };
+    return address + count > m_registers.size() ||
+           std::any_of(std::begin(kTextRegisters), std::end(kTextRegisters), isMissing);
+}
+
+/// The line carries one byte after another: what is sent waits for what is on its way.
+void SimulatedPort::send(const Bytes &packet, Clock::time_point begin)
+{
+    if (!m_line.empty())
+        begin = std::max(begin, m_line.back().arrival);
     bytesMoved += packet.size();
     for (const std::uint8_t value : packet) {
         begin += byteTime();
@@ -192,7 +269,7 @@ void SimulatedPort::send(const std::vector<std::uint8_t> &packet, Clock::time_po
 
 std::chrono::microseconds SimulatedPort::byteTime() const
 {
-    return m_description.isInstant ? std::chrono::microseconds{0} : kByteTime;
+    return m_description.is("instant") ? std::chrono::microseconds{0} : kByteTime;
 }
 
 std::size_t SimulatedPort::available()

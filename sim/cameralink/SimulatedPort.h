@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,15 +28,32 @@ enum class PortKind {
 struct PortDescription {
     std::string name;
     PortKind kind = PortKind::Silent;
-    std::map<std::string, std::string> texts; ///< manufacturer, model, version, serial, user, maker
-    bool hasFullTexts = false;                ///< texts fill their registers, without a NUL
-    bool isInstant = false;                   ///< bytes take no time on the line
+    std::map<std::string, std::string> values; ///< what stands behind "KEY="
+    std::set<std::string> traits;              ///< the words without "="
+
+    bool is(const std::string &trait) const { return traits.count(trait) > 0; }
+    /// The number behind "KEY="; @p otherwise when there is none.
+    unsigned int number(const std::string &key, unsigned int otherwise = 0) const;
 };
 
 /// The ports that a file describes: the one beside the library named like it with ".ports" behind, else the
 /// one that KEL_SIM_CLSERIAL names. Read anew at every call. A line is
-///   NAME KIND [full] [instant] [KEY=TEXT]…
-/// with "_" for a blank in texts; "#" begins a comment.
+///   NAME KIND [TRAIT | KEY=VALUE]…
+/// with "_" for a blank in values; "#" begins a comment.
+///
+/// Texts of a camera: manufacturer, model, version, serial, user; maker is the one of the port.
+/// full       texts fill their registers, without a NUL
+/// utf16      texts are in UTF-16
+/// instant    bytes take no time on the line
+/// pieces     a read gives three bytes at most
+/// uncounted  the library fails when it is asked how many bytes wait
+/// preamble   noise that holds the bytes of a preamble stands before every answer
+/// late       the previous answer comes once more before every answer
+/// first=MS   time that the camera takes for its first answer; delay=MS for every one
+/// response=MS  the longest that it says it takes
+/// pending=MS   before it gives its model it asks for so much patience, and needs three quarters of it
+/// busy=N       so many times it is too busy to give its model
+/// without=KEY  it has no register for that text
 std::vector<PortDescription> describedPorts();
 
 /// Bytes that went over the lines of all ports, to the cameras and from them.
@@ -51,6 +69,7 @@ public:
     std::size_t available();
     std::size_t take(std::uint8_t *bytes, std::size_t count);
     void flush();
+    const PortDescription &description() const { return m_description; }
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -60,17 +79,23 @@ private:
         std::uint8_t value;
     };
 
+    using Bytes = std::vector<std::uint8_t>;
+
     std::chrono::microseconds byteTime() const;
     void fillRegisters();
     void setText(std::size_t address, const std::string &key);
-    void answer(const std::vector<std::uint8_t> &command);
-    void send(const std::vector<std::uint8_t> &packet, Clock::time_point begin);
+    void answer(const Bytes &command);
+    void answerRead(std::size_t address, std::size_t count, std::uint16_t requestId);
+    bool isRefused(std::size_t address, std::size_t count) const;
+    void send(const Bytes &packet, Clock::time_point begin);
 
     PortDescription m_description;
     std::array<std::uint8_t, 0x400> m_registers = {};
-    std::vector<std::uint8_t> m_received;
+    Bytes m_received;
+    Bytes m_previousAnswer;
     std::deque<LineByte> m_line;
     Clock::time_point m_writtenUntil;
+    unsigned int m_busyAnswers = 0;
 };
 
 } // namespace kelsim

@@ -2,10 +2,11 @@
 #include <KelAIndustryControl/cameralink/GenCpClient.h>
 
 #include <KelAIndustryControl/core/BigEndian.h>
+#include <KelAIndustryControl/core/Utf16.h>
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
+#include <utility>
 
 namespace kela::cameralink
 {
@@ -24,15 +25,20 @@ constexpr std::uint16_t kWordSize = 4;
 constexpr std::uint16_t kTextSize = 64;
 constexpr std::uint32_t kHasUserName = 0x01;
 
+constexpr std::uint32_t kEncodingShift = 4;
+constexpr std::uint32_t kEncodingMask = 0x0F;
+constexpr std::uint32_t kUtf16 = 2;
+
 constexpr std::size_t kTries = 3;
 // Most ports that do not answer have no camera: they are not to cost much. A question that is repeated keeps
 // its number, so that the answer to either is taken: together both wait for the longest response.
 constexpr Milliseconds kFirstResponses[] = {Milliseconds{100}, Milliseconds{150}};
+constexpr Milliseconds kLongestResponse{300};
 constexpr Milliseconds kShortestResponse{50}; // what it tells is the camera's time, not that of this host
 constexpr Milliseconds kLongestPending{5000};
-constexpr Milliseconds kDrainLimit{200};
 constexpr Milliseconds kFirstListen{10}; // ten bytes' time: who was talking before is heard
 constexpr std::uint16_t kStatusError = 0x8000;
+constexpr std::uint16_t kStatusBusy = 0x8007;
 
 struct Capability {
     Be32 high;
@@ -47,135 +53,120 @@ Milliseconds lineTime(std::size_t bytes)
     return Milliseconds(bytes * kBitsPerByte * 1000 / kBaud + 1);
 }
 
-std::string textOf(const std::vector<std::uint8_t> &data)
+std::string textOf(const std::vector<std::uint8_t> &data, std::uint32_t encoding)
 {
-    const auto end = std::find(data.begin(), data.end(), std::uint8_t{0});
-    return std::string(data.begin(), end);
+    if (encoding == kUtf16)
+        return utf8FromBigEndianUtf16(ByteView{data.data(), data.size()});
+    return std::string(data.begin(), std::find(data.begin(), data.end(), std::uint8_t{0}));
 }
 
 template <typename Layout>
-std::optional<Layout> layoutOf(const std::vector<std::uint8_t> &data)
+std::optional<Layout> layoutOf(const std::optional<std::vector<std::uint8_t>> &data)
 {
-    return readLayout<Layout>(ByteView{data.data(), data.size()});
+    return data ? readLayout<Layout>(ByteView{data->data(), data->size()}) : std::nullopt;
 }
 
 } // namespace
 
+struct GenCpClient::Question {
+    ReadCommand command;
+    std::uint16_t id;
+    std::uint16_t count; ///< bytes of the camera's memory
+};
+
+GenCpClient::GenCpClient(SerialPort &port, std::function<bool()> isStopWanted, Milliseconds limit)
+    : m_port(port)
+    , m_isStopWanted([isStopWanted = std::move(isStopWanted), end = Clock::now() + limit] {
+        return isStopWanted() || Clock::now() >= end;
+    })
+    , m_stream(port, m_isStopWanted)
+    , m_responseTime(kLongestResponse)
+{
+}
+
 ProbeResult GenCpClient::identify(CameraIdentity &identity)
 {
     m_port.setDefaultRate();
-    m_port.drain(kDrainLimit, kFirstListen);
-    Data data;
-    if (readMemory(kVersionRegister, kWordSize, data) != Answer::Data)
-        return m_hasHeardBytes ? ProbeResult::Unknown : ProbeResult::NoAnswer;
-    if (readMemory(kResponseTimeRegister, kWordSize, data) == Answer::Data) {
-        if (const auto limit = layoutOf<Be32>(data))
-            m_responseTime = std::clamp(Milliseconds(limit->value()), kShortestResponse, kLongestResponse);
-    }
-    std::uint32_t capability = 0;
-    if (readMemory(kCapabilityRegister, sizeof(Capability), data) == Answer::Data) {
-        if (const auto bits = layoutOf<Capability>(data))
-            capability = bits->low.value();
-    }
+    m_stream.resynchronise(kFirstListen);
+    if (!readMemory(kVersionRegister, kWordSize))
+        return m_stream.hasHeardBytes() ? ProbeResult::Unknown : ProbeResult::NoAnswer;
+    readLimits();
+    readCapability();
     identity.manufacturer = readText(kManufacturerRegister);
     identity.model = readText(kModelRegister);
     identity.version = readText(kDeviceVersionRegister);
     identity.serial = readText(kSerialRegister);
-    if (capability & kHasUserName)
+    if (m_capability & kHasUserName)
         identity.userName = readText(kUserNameRegister);
-    return identity.model.empty() && identity.serial.empty() ? ProbeResult::Unknown : ProbeResult::Identified;
+    const bool isNameless = identity.model.empty() && identity.serial.empty();
+    return isNameless || m_isStopWanted() ? ProbeResult::Unknown : ProbeResult::Identified;
+}
+
+void GenCpClient::readLimits()
+{
+    if (const auto limit = layoutOf<Be32>(readMemory(kResponseTimeRegister, kWordSize)))
+        m_responseTime = std::clamp(Milliseconds(limit->value()), kShortestResponse, kLongestResponse);
+}
+
+void GenCpClient::readCapability()
+{
+    if (const auto bits = layoutOf<Capability>(readMemory(kCapabilityRegister, sizeof(Capability))))
+        m_capability = bits->low.value();
 }
 
 std::string GenCpClient::readText(std::uint64_t address)
 {
-    Data data;
-    return readMemory(address, kTextSize, data) == Answer::Data ? textOf(data) : std::string();
+    const auto data = readMemory(address, kTextSize);
+    return data ? textOf(*data, m_capability >> kEncodingShift & kEncodingMask) : std::string();
 }
 
-GenCpClient::Answer GenCpClient::readMemory(std::uint64_t address, std::uint16_t count, Data &data)
+/// The bytes of a register; nothing when the camera has none there, or does not answer.
+std::optional<GenCpClient::Data> GenCpClient::readMemory(std::uint64_t address, std::uint16_t count)
 {
     // The first command after opening has number 0; from then on they count and wrap to 1.
-    const std::uint16_t requestId = m_nextId;
-    m_nextId = m_nextId == UINT16_MAX ? std::uint16_t{1} : static_cast<std::uint16_t>(m_nextId + 1);
-    const ReadCommand command = readCommand(address, count, requestId);
-    const bool isFirst = requestId == 0;
+    const std::uint16_t id = m_nextId;
+    m_nextId = id == UINT16_MAX ? std::uint16_t{1} : static_cast<std::uint16_t>(id + 1);
+    const Question question{readCommand(address, count, id), id, count};
+    const bool isFirst = id == 0;
     const std::size_t tries = isFirst ? std::size(kFirstResponses) : kTries;
     for (std::size_t attempt = 0; attempt < tries && !m_isStopWanted(); ++attempt) {
-        PacketHead head;
-        const Milliseconds response = isFirst ? kFirstResponses[attempt] : m_responseTime;
-        if (exchange(command, requestId, count, response, head, data)) {
-            if (head.status & kStatusError)
-                return Answer::NotThere;
-            data.resize(count);
-            return Answer::Data;
+        const auto answer = exchange(question, isFirst ? kFirstResponses[attempt] : m_responseTime);
+        const bool isBusy = answer && answer->head.status == kStatusBusy;
+        if (answer && !isBusy) {
+            if (answer->head.status & kStatusError)
+                return std::nullopt;
+            return Data(answer->data.begin(), answer->data.begin() + count);
         }
-        if (m_hasHeardBytes)
-            m_port.drain(kDrainLimit, kQuietLine);
+        // A camera that is busy gets its pause by this as well.
+        if (m_stream.hasHeardBytes())
+            m_stream.resynchronise(kQuietLine);
     }
-    return Answer::None;
+    return std::nullopt;
 }
 
-bool GenCpClient::exchange(const ReadCommand &command, std::uint16_t requestId, std::uint16_t count,
-                           Milliseconds response, PacketHead &head, Data &data)
+/// Sends a question and waits for its acknowledge, which has an error status or as many bytes as wanted.
+std::optional<Packet> GenCpClient::exchange(const Question &question, Milliseconds response)
 {
-    if (!m_port.write(command.data(), command.size(), lineTime(command.size()) + kLongestResponse))
-        return false;
-    const Milliseconds answerTime = lineTime(kPacketHeadSize + count);
-    TimePoint deadline = Clock::now() + lineTime(command.size()) + response + answerTime;
+    const Milliseconds questionTime = lineTime(question.command.size());
+    if (!m_port.write(question.command.data(), question.command.size(), questionTime + kLongestResponse))
+        return std::nullopt;
+    const Milliseconds answerTime = lineTime(kPacketHeadSize + question.count);
+    TimePoint deadline = Clock::now() + questionTime + response + answerTime;
     const TimePoint latest = deadline + kLongestPending;
-    while (Clock::now() < deadline && receivePacket(deadline, head, data)) {
-        if (head.requestId != requestId)
+    do {
+        auto packet = m_stream.next(deadline);
+        if (!packet)
+            return std::nullopt;
+        if (packet->head.requestId != question.id)
             continue;
-        const ByteView view{data.data(), data.size()};
-        if (head.command == kAcknowledgeRead)
-            return (head.status & kStatusError) || data.size() >= count;
-        const auto wait = pendingTime(view);
-        if (head.command == kAcknowledgePending && wait)
+        const bool isWhole = (packet->head.status & kStatusError) || packet->data.size() >= question.count;
+        if (packet->head.command == kAcknowledgeRead)
+            return isWhole ? std::move(packet) : std::nullopt;
+        const auto wait = pendingTime(ByteView{packet->data.data(), packet->data.size()});
+        if (packet->head.command == kAcknowledgePending && wait)
             deadline = std::min(latest, Clock::now() + Milliseconds(*wait) + answerTime);
-    }
-    return false;
-}
-
-bool GenCpClient::receivePacket(TimePoint deadline, PacketHead &head, Data &data)
-{
-    Data packet;
-    if (!findPreamble(packet, deadline) || !receiveBytes(packet, kPacketHeadSize, deadline))
-        return false;
-    const auto parsed = parsePacketHead(ByteView{packet.data(), packet.size()});
-    if (!parsed || !receiveBytes(packet, kPacketHeadSize + parsed->dataLength, deadline))
-        return false;
-    if (!isPacketDataValid(ByteView{packet.data(), packet.size()}))
-        return false;
-    head = *parsed;
-    data.assign(packet.begin() + kPacketHeadSize, packet.end());
-    return true;
-}
-
-/// Noise may stand before a packet: drops bytes until the two of the preamble follow each other.
-bool GenCpClient::findPreamble(Data &packet, TimePoint deadline)
-{
-    constexpr std::uint8_t kFirst = 0x01;
-    constexpr std::uint8_t kSecond = 0x00;
-    while (receiveBytes(packet, 2, deadline)) {
-        if (packet[0] == kFirst && packet[1] == kSecond)
-            return true;
-        packet.erase(packet.begin());
-    }
-    return false;
-}
-
-bool GenCpClient::receiveBytes(Data &packet, std::size_t count, TimePoint deadline)
-{
-    while (packet.size() < count) {
-        const std::size_t before = packet.size();
-        packet.resize(count);
-        const std::size_t taken = m_port.read(packet.data() + before, count - before, deadline);
-        packet.resize(before + taken);
-        m_hasHeardBytes = m_hasHeardBytes || taken > 0;
-        if (taken == 0)
-            return false;
-    }
-    return true;
+    } while (Clock::now() < deadline);
+    return std::nullopt;
 }
 
 } // namespace kela::cameralink

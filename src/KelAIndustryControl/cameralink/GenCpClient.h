@@ -2,7 +2,9 @@
 #pragma once
 
 #include <KelAIndustryControl/cameralink/GenCpPacket.h>
-#include <KelAIndustryControl/cameralink/SerialLibrary.h>
+#include <KelAIndustryControl/cameralink/PacketStream.h>
+#include <KelAIndustryControl/cameralink/SerialPort.h>
+#include <KelAIndustryControl/core/Clock.h>
 
 #include <cstdint>
 #include <functional>
@@ -25,40 +27,37 @@ struct CameraIdentity {
 /// What came of asking a port.
 enum class ProbeResult { Identified, NoAnswer, Unknown };
 
-/// The longest that a camera may take for an answer.
-constexpr Milliseconds kLongestResponse{300};
+/// How long one port may be asked, whatever its camera asks for.
+constexpr Milliseconds kLongestProbe{10000};
 
 /// Reads a camera's registers over an open port at 9600 baud. It writes nothing into the camera.
 /// Thread: the library's own.
 class GenCpClient
 {
 public:
-    /// @param isStopWanted  asked between packets; true ends the probe
-    GenCpClient(SerialPort &port, std::function<bool()> isStopWanted)
-        : m_port(port)
-        , m_isStopWanted(std::move(isStopWanted))
-    {
-    }
+    /// @param isStopWanted  asked several times a second while an answer is waited for; true ends the probe
+    GenCpClient(SerialPort &port, std::function<bool()> isStopWanted, Milliseconds limit = kLongestProbe);
 
+    /// Asks who is there.
+    /// @param identity  whole when ProbeResult::Identified is returned
     ProbeResult identify(CameraIdentity &identity);
 
 private:
     using Data = std::vector<std::uint8_t>;
-    enum class Answer { Data, NotThere, None };
+    struct Question;
 
-    Answer readMemory(std::uint64_t address, std::uint16_t count, Data &data);
-    bool exchange(const ReadCommand &command, std::uint16_t requestId, std::uint16_t count,
-                  Milliseconds response, PacketHead &head, Data &data);
-    bool receivePacket(TimePoint deadline, PacketHead &head, Data &data);
-    bool receiveBytes(Data &packet, std::size_t count, TimePoint deadline);
-    bool findPreamble(Data &packet, TimePoint deadline);
+    std::optional<Data> readMemory(std::uint64_t address, std::uint16_t count);
+    std::optional<Packet> exchange(const Question &question, Milliseconds response);
+    void readLimits();
+    void readCapability();
     std::string readText(std::uint64_t address);
 
     SerialPort &m_port;
     std::function<bool()> m_isStopWanted;
-    Milliseconds m_responseTime = kLongestResponse;
+    PacketStream m_stream;
+    Milliseconds m_responseTime;
+    std::uint32_t m_capability = 0;
     std::uint16_t m_nextId = 0;
-    bool m_hasHeardBytes = false;
 };
 
 } // namespace kela::cameralink

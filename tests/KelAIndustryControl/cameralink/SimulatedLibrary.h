@@ -58,12 +58,12 @@ class SimulatedLibrary
 {
 public:
     /// @param original  the library as it was built
-    /// @param name      tells the libraries of one test apart
-    explicit SimulatedLibrary(const std::string &original, const std::string &name = "")
+    explicit SimulatedLibrary(const std::string &original)
     {
         const std::string folder = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe)
         const auto *test = testing::UnitTest::GetInstance()->current_test_info();
-        m_file = folder + "/clser" + test->test_suite_name() + test->name() + name + ".so";
+        static int number = 0;
+        m_file = folder + "/clser" + test->name() + std::to_string(++number) + ".so";
         std::ifstream from(original, std::ios::binary);
         std::ofstream(m_file, std::ios::binary) << from.rdbuf();
         describe("");

@@ -98,7 +98,7 @@ TEST_F(CameraLink, noiseAndDamageAreNoCamera)
 
 TEST_F(CameraLink, textThatFillsItsRegisterIsReadToItsEnd)
 {
-    describe("A camera full model=EX serial=CL9\n");
+    describe("A camera instant full model=EX serial=CL9\n");
 
     ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
 
@@ -109,7 +109,7 @@ TEST_F(CameraLink, textThatFillsItsRegisterIsReadToItsEnd)
 
 TEST_F(CameraLink, camerasBesideASilentPortAreListedInThePortsOrder)
 {
-    describe("B camera model=EX-2 serial=2\nC silent\nA camera model=EX-1 serial=1\n");
+    describe("B camera instant model=EX-2 serial=2\nC silent\nA camera instant model=EX-1 serial=1\n");
 
     ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
 
@@ -120,9 +120,9 @@ TEST_F(CameraLink, camerasBesideASilentPortAreListedInThePortsOrder)
 
 TEST_F(CameraLink, identifiedPortIsNotProbedAgainInTheNextPass)
 {
-    describe("A camera model=EX-1 serial=1\n");
+    describe("A camera instant model=EX-1 serial=1\n");
     enumerate();
-    describe("A camera model=EX-2 serial=1\n");
+    describe("A camera instant model=EX-2 serial=1\n");
 
     enumerate();
 
@@ -132,7 +132,7 @@ TEST_F(CameraLink, identifiedPortIsNotProbedAgainInTheNextPass)
 
 TEST_F(CameraLink, portThatVanishesTakesItsCameraWithIt)
 {
-    describe("A camera model=EX-1 serial=1\n");
+    describe("A camera instant model=EX-1 serial=1\n");
     enumerate();
     describe("");
 
@@ -156,7 +156,7 @@ TEST_F(CameraLink, hangingLibraryDelaysAPassOnlyForItsLimit)
 
 TEST_F(CameraLink, camerasBeforeAHangingPortAreListed)
 {
-    describe("A camera model=EX-1 serial=1\nB hang\n");
+    describe("A camera instant model=EX-1 serial=1\nB hang\n");
 
     EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
 
@@ -166,7 +166,7 @@ TEST_F(CameraLink, camerasBeforeAHangingPortAreListed)
 
 TEST_F(CameraLink, portsOfOneNameAreProbedEach)
 {
-    describe("A camera model=EX-1 serial=1\nA camera model=EX-2 serial=2\n");
+    describe("A camera instant model=EX-1 serial=1\nA camera instant model=EX-2 serial=2\n");
 
     ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
 
@@ -179,8 +179,8 @@ TEST_F(CameraLink, twoCamerasAndASilentPortTakeTheLinesTimeAndHalfASecond)
 {
     // The best of three: what else the machine does is not the library's.
     auto best = std::chrono::milliseconds::max();
-    for (const char *name : {"1", "2", "3"}) {
-        const SimulatedLibrary library(SIMULATED_SERIAL_LIBRARY, name);
+    for (int run = 0; run < 3; ++run) {
+        const SimulatedLibrary library(SIMULATED_SERIAL_LIBRARY);
         library.describe("A camera model=EX-1 serial=1\nB camera model=EX-2 serial=2\nC silent\n");
         use(library);
         const auto elapsed = timeOfAPass();
@@ -204,6 +204,50 @@ TEST_F(CameraLink, silentPortCostsAsLittleInLaterPasses)
         EXPECT_EQ(m_library.bytesOnLines() - before, kTwoQuestions) << "it is asked in every pass";
     }
     EXPECT_LT(best, kHalfASecond);
+}
+
+TEST_F(CameraLink, twoLibrariesAtOnceGiveTheirCamerasEach)
+{
+    const SimulatedLibrary other(SIMULATED_SERIAL_LIBRARY);
+    const std::string both = m_library.file() + ":" + other.file();
+    setenv("KELS_CLSERIAL", both.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    describe("A camera instant model=EX-1 serial=1\n");
+    other.describe("A camera instant model=EX-2 serial=2\nB camera instant model=EX-3 serial=3\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 3U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->modelName), "EX-1");
+    EXPECT_EQ(fixedText(m_list.devices[1]->modelName), "EX-2");
+    EXPECT_EQ(fixedText(m_list.devices[2]->modelName), "EX-3");
+}
+
+TEST_F(CameraLink, hangingLibraryHidesNoCamerasOfAnother)
+{
+    const SimulatedLibrary other(SIMULATED_SERIAL_LIBRARY);
+    const std::string both = m_library.file() + ":" + other.file();
+    setenv("KELS_CLSERIAL", both.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    describe("A hang\n");
+    other.describe("A camera instant model=EX-2 serial=2\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 1U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->modelName), "EX-2");
+}
+
+TEST_F(CameraLink, portsOfALibraryThatCannotCountThemAreFoundByOpeningThem)
+{
+    const SimulatedLibrary old(SIMULATED_OLD_LIBRARY);
+    use(old);
+    old.describe("A camera instant model=EX-1 serial=1\nB busy\nC camera instant model=EX-2 serial=2\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 2U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->special.cameraLink.portName), "port 0");
+    EXPECT_EQ(fixedText(m_list.devices[1]->special.cameraLink.portName), "port 2");
+    EXPECT_EQ(m_log.count("port port 1: in use"), 1);
 }
 
 TEST_F(CameraLink, cancelEndsTheWaitForALibrary)
