@@ -78,7 +78,8 @@ TEST_F(GenCpClientTest, cameraThatNamesNoResponseTimeIsGivenTheShortest)
 
 TEST_F(GenCpClientTest, firstAnswerMayTakeTheLongestResponse)
 {
-    EXPECT_EQ(identify("camera instant first=290 model=EX-1 serial=1"), ProbeResult::Identified);
+    // 300 ms, and 40 of what the client allows for its bytes on the line.
+    EXPECT_EQ(identify("camera instant first=340 model=EX-1 serial=1"), ProbeResult::Identified);
 }
 
 TEST_F(GenCpClientTest, cameraThatIsBusyIsAskedAgain)
