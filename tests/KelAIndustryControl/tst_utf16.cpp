@@ -37,4 +37,11 @@ TEST(Utf16, loneSurrogatesAreReplaced)
     EXPECT_EQ(decoded({0xD8, 0x3D}), "\ufffd");
 }
 
+TEST(Utf16, eitherByteMayComeFirst)
+{
+    const std::vector<std::uint8_t> bytes = {'A', 0x00, 0xF8, 0x76, 0x3D, 0xD8, 0xF7, 0xDC};
+
+    EXPECT_EQ(kela::utf8FromLittleEndianUtf16({bytes.data(), bytes.size()}), "A\u76f8\U0001F4F7");
+}
+
 } // namespace

@@ -34,22 +34,26 @@ void appendUtf8(std::string &text, std::uint32_t point)
     }
 }
 
-/// The unit at @p offset; 0 behind the end.
-std::uint32_t unitAt(ByteView bytes, std::size_t offset)
+std::uint32_t bigEndian(std::uint8_t first, std::uint8_t second)
 {
-    if (offset + 1 >= bytes.size)
-        return 0;
-    return static_cast<std::uint32_t>(bytes.data[offset]) << 8 | bytes.data[offset + 1];
+    return static_cast<std::uint32_t>(first) << 8 | second;
 }
 
-} // namespace
-
-std::string utf8FromBigEndianUtf16(ByteView bytes)
+std::uint32_t littleEndian(std::uint8_t first, std::uint8_t second)
 {
+    return static_cast<std::uint32_t>(second) << 8 | first;
+}
+
+std::string utf8FromUtf16(ByteView bytes, std::uint32_t (*joined)(std::uint8_t, std::uint8_t))
+{
+    // 0 behind the end.
+    const auto unitAt = [&](std::size_t offset) {
+        return offset + 1 < bytes.size ? joined(bytes.data[offset], bytes.data[offset + 1]) : 0U;
+    };
     std::string text;
-    for (std::size_t at = 0; unitAt(bytes, at) != 0; at += 2) {
-        const std::uint32_t unit = unitAt(bytes, at);
-        const std::uint32_t next = unitAt(bytes, at + 2);
+    for (std::size_t at = 0; unitAt(at) != 0; at += 2) {
+        const std::uint32_t unit = unitAt(at);
+        const std::uint32_t next = unitAt(at + 2);
         const bool isPair =
             unit >= kHighSurrogates && unit < kLowSurrogates && next >= kLowSurrogates && next < kSurrogatesEnd;
         if (isPair) {
@@ -60,6 +64,18 @@ std::string utf8FromBigEndianUtf16(ByteView bytes)
         }
     }
     return text;
+}
+
+} // namespace
+
+std::string utf8FromBigEndianUtf16(ByteView bytes)
+{
+    return utf8FromUtf16(bytes, bigEndian);
+}
+
+std::string utf8FromLittleEndianUtf16(ByteView bytes)
+{
+    return utf8FromUtf16(bytes, littleEndian);
 }
 
 } // namespace kela

@@ -12,4 +12,7 @@ namespace kela
 /// Lone surrogates become the replacement character.
 std::string utf8FromBigEndianUtf16(ByteView bytes);
 
+/// The same with the low byte first.
+std::string utf8FromLittleEndianUtf16(ByteView bytes);
+
 } // namespace kela
