@@ -11,6 +11,7 @@
 #include <cstring>
 #include <deque>
 #include <mutex>
+#include <set>
 
 namespace kelsim
 {
@@ -61,7 +62,8 @@ struct UsbAnswers::State {
     std::map<int, std::string> strings;
     UMockdevIoctlBase *handler = nullptr;
     UMockdevTestbed *testbed = nullptr;
-    std::mutex mutex; // guards the rest
+    std::set<int> asked; // strings that were asked for where each fails at first
+    std::mutex mutex;    // guards the rest
     std::deque<UMockdevIoctlData *> done;
     std::deque<UMockdevIoctlData *> pending; // those that never come
 
@@ -76,7 +78,7 @@ struct UsbAnswers::State {
         case USBDEVFS_GET_CAPABILITIES:
             return capabilities(client);
         case USBDEVFS_CLAIMINTERFACE: {
-            const bool isFree = !device.has("claimed");
+            const bool isFree = !device.has("claimed") || device.text("claimed") == "unguarded";
             umockdev_ioctl_client_complete(client, isFree ? 0 : -1, isFree ? 0 : EBUSY);
             return TRUE;
         }
@@ -135,14 +137,15 @@ struct UsbAnswers::State {
     }
 
     /// A request for a string descriptor; true when it went wrong as the scene wants it.
-    bool failsAsWanted(usbdevfs_urb &urb, int index) const
+    bool failsAsWanted(usbdevfs_urb &urb, int index)
     {
         if (device.has("pulled")) {
             umockdev_testbed_remove_device(testbed, device.folder().c_str());
             urb.status = -ENODEV;
         } else if (isIndexOf("stuck", index)) {
             urb.status = kNever;
-        } else if (isIndexOf("broken", index)) {
+        } else if (isIndexOf("broken", index) ||
+                   (device.text("broken") == "all" && asked.insert(index).second)) {
             urb.status = -EPROTO;
         } else {
             return false;
@@ -150,7 +153,7 @@ struct UsbAnswers::State {
         return true;
     }
 
-    void control(usbdevfs_urb &urb, UMockdevIoctlData *buffer) const
+    void control(usbdevfs_urb &urb, UMockdevIoctlData *buffer)
     {
         const guint8 *setup = buffer->data;
         if (setup[0] != kDeviceToHost || setup[1] != kGetDescriptor || setup[3] != kStringDescriptor)

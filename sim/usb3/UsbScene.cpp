@@ -191,11 +191,12 @@ int minorOf(int bus, int device)
     return (bus - 1) * 128 + device - 1;
 }
 
-void describeNode(std::ostringstream &out, int bus, int device, const std::string &hex)
+void describeNode(std::ostringstream &out, int bus, int device, const std::string &hex, bool isThere = true)
 {
     const std::string path = "bus/usb/" + threeDigits(bus) + '/' + threeDigits(device);
-    out << "N: " << path << '=' << hex << '\n'
-        << "E: BUSNUM=" << threeDigits(bus) << "\nE: DEVNAME=/dev/" << path
+    if (isThere)
+        out << "N: " << path << '=' << hex << '\n';
+    out << "E: BUSNUM=" << threeDigits(bus) << "\nE: DEVNAME=/dev/" << path
         << "\nE: DEVNUM=" << threeDigits(device)
         << "\nE: DEVTYPE=usb_device\nE: MAJOR=189\nE: MINOR=" << minorOf(bus, device) << "\nE: SUBSYSTEM=usb\n"
         << "A: busnum=" << bus << "\\n\nA: devnum=" << device << "\\n\nH: descriptors=" << hex << '\n'
@@ -238,7 +239,8 @@ void describeDevice(std::ostringstream &out, const UsbDevice &device)
             out << "A: " << name << '=' << value << "\\n\n";
     };
     out << "P: " << folder << '\n';
-    describeNode(out, device.busNumber, device.deviceNumber, hexOf(descriptorsOf(device)));
+    describeNode(out, device.busNumber, device.deviceNumber, hexOf(descriptorsOf(device)),
+                 !device.has("nodeless"));
     attribute("bConfigurationValue", "1");
     attribute("bDeviceClass", device.kind == "storage" ? "00" : "ef");
     attribute("devpath", device.port.substr(device.port.find('-') + 1));

@@ -46,7 +46,7 @@ public:
 
     bool hasAnswered() const { return m_hasAnswered; }
     /// False when something is still to be asked for.
-    bool isComplete() const { return !m_isStopped; }
+    bool isComplete() const { return m_hasAnswered && !m_isStopped; }
 
 private:
     std::uint16_t languageOfTexts()
@@ -66,7 +66,8 @@ private:
         const int count = libusb_control_transfer(m_handle, LIBUSB_ENDPOINT_IN, LIBUSB_REQUEST_GET_DESCRIPTOR,
                                                   value, language, m_buffer.data(),
                                                   static_cast<std::uint16_t>(m_buffer.size()), kTimeLimitMs);
-        m_hasAnswered = m_hasAnswered || count >= 0;
+        // A device without such a string stalls, which is an answer too.
+        m_hasAnswered = m_hasAnswered || count >= 0 || count == LIBUSB_ERROR_PIPE;
         m_isStopped = count == LIBUSB_ERROR_NO_DEVICE;
         if (count == LIBUSB_ERROR_TIMEOUT) {
             m_stuck.insert(index);

@@ -18,11 +18,33 @@ using std::chrono::milliseconds;
 class Usb3Faults : public testing::Test
 {
 protected:
+    // Its texts fail for the first who asks in this process.
+    static void SetUpTestSuite()
+    {
+        KelAIndustryControl access;
+        for (int pass = 0; pass < 2; ++pass) {
+            KELA_DEVICE_INFO_LIST list = {};
+            access.EnumDevices(KELA_INTERFACE_TYPE_USB, &list, false);
+            for (uint32_t i = 0; i < list.count; ++i) {
+                if (fixedText(list.devices[i]->serialNumber) == "FLAKY")
+                    s_flakyNames.emplace_back(fixedText(list.devices[i]->special.usb.userDefinedName));
+            }
+        }
+    }
+
     void SetUp() override
     {
         if (!std::getenv("UMOCKDEV_DIR")) // NOLINT(concurrency-mt-unsafe)
             GTEST_SKIP() << "runs on mocked devices only";
+        KelAIndustryControl::SetLogSink(&Usb3Faults::keepLine, &m_lines);
         enumerate();
+    }
+
+    void TearDown() override { KelAIndustryControl::SetLogSink(nullptr, nullptr); }
+
+    static void keepLine(KELA_LOG_LEVEL, const char *text, void *lines)
+    {
+        static_cast<std::vector<std::string> *>(lines)->emplace_back(text);
     }
 
     milliseconds enumerate()
@@ -42,6 +64,8 @@ protected:
         return nullptr;
     }
 
+    static inline std::vector<std::string> s_flakyNames; // pass by pass
+    std::vector<std::string> m_lines;
     KelAIndustryControl m_access;
     KELA_DEVICE_INFO_LIST m_list = {};
 };
@@ -85,7 +109,35 @@ TEST_F(Usb3Faults, cameraThatIsPulledWhileItIsReadIsGone)
 {
     EXPECT_FALSE(camera("PULLED"));
     EXPECT_TRUE(camera("SOUND"));
-    EXPECT_EQ(m_list.count, 4U);
+    EXPECT_EQ(m_list.count, 7U);
+}
+
+TEST_F(Usb3Faults, cameraThatGaveNothingIsAskedAgain)
+{
+    EXPECT_EQ(s_flakyNames, (std::vector<std::string>{"", "flaky"}));
+}
+
+TEST_F(Usb3Faults, cameraWithoutADeviceNodeIsToldOnceAndNotAsForbidden)
+{
+    ASSERT_TRUE(camera("NODELESS"));
+    EXPECT_EQ(camera("NODELESS")->usable, 0U);
+    enumerate();
+
+    EXPECT_EQ(m_lines.size(), 1U);
+    EXPECT_NE(m_lines.front().find("has no device node /dev/bus/usb/002/011"), std::string::npos);
+}
+
+TEST_F(Usb3Faults, cameraThatIsHeldIsNotConnectedToWhateverAClaimWouldSay)
+{
+    KELA_DEVICE_INFO_EX held = {};
+    for (uint32_t i = 0; i < m_list.count; ++i) {
+        if (fixedText(m_list.devices[i]->serialNumber) == "HELD")
+            held = *m_list.devices[i];
+    }
+    KelAIndustryControl own;
+    ASSERT_EQ(own.Init(&held, false), static_cast<unsigned int>(KELA_OK));
+
+    EXPECT_EQ(own.Connect(KELA_ACCESS_CONTROL), static_cast<unsigned int>(KELA_ERROR_IN_USE));
 }
 
 } // namespace
