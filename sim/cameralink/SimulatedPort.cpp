@@ -230,6 +230,11 @@ void SimulatedPort::answerRead(std::size_t address, std::size_t count, std::uint
         send(m_previousAnswer, begin);
     if (m_description.is("preamble"))
         send(Bytes{0x55, 0x01, 0x00, 0x41}, begin);
+    if (m_description.is("cut") && address == kVersionRegister) {
+        Bytes head = acknowledge(kAcknowledgeRead, kStatusGood, requestId, Bytes(kTextSize));
+        head.resize(kHeadSize);
+        send(head, begin);
+    }
     Bytes packet = acknowledge(kAcknowledgeRead, kStatusInvalidAddress, requestId, {});
     if (!isRefused(address, count)) {
         const auto data = m_registers.begin() + static_cast<std::ptrdiff_t>(address);

@@ -48,6 +48,7 @@ struct PortDescription {
 /// pieces     a read gives three bytes at most
 /// uncounted  the library fails when it is asked how many bytes wait
 /// preamble   noise that holds the bytes of a preamble stands before every answer
+/// cut        the head of an answer that does not go on stands before the first one
 /// late       the previous answer comes once more before every answer
 /// first=MS   time that the camera takes for its first answer; delay=MS for every one
 /// response=MS  the longest that it says it takes

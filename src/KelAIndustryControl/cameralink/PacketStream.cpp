@@ -19,21 +19,19 @@ ByteView view(const std::vector<std::uint8_t> &bytes)
 } // namespace
 
 // Noise may hold the bytes of a preamble, or a packet may lose its end: where a packet turns out to be none,
-// only its first byte is dropped, since the true one may begin at the next.
+// only its first byte is dropped, since the true one may begin at the next. So it is when its end does not come
+// in time.
 std::optional<Packet> PacketStream::next(TimePoint deadline)
 {
     m_lateBytes = kLargestPacket;
     while (fill(kPacketHeadSize, deadline)) {
-        if (const auto head = parsePacketHead(view(m_buffer))) {
-            if (!fill(kPacketHeadSize + head->dataLength, deadline))
-                return std::nullopt;
-            if (isPacketDataValid(view(m_buffer))) {
-                const auto dataBegin = m_buffer.begin() + static_cast<std::ptrdiff_t>(kPacketHeadSize);
-                const auto dataEnd = dataBegin + head->dataLength;
-                Packet packet{*head, {dataBegin, dataEnd}};
-                m_buffer.erase(m_buffer.begin(), dataEnd);
-                return packet;
-            }
+        const auto head = parsePacketHead(view(m_buffer));
+        if (head && fill(kPacketHeadSize + head->dataLength, deadline) && isPacketDataValid(view(m_buffer))) {
+            const auto dataBegin = m_buffer.begin() + static_cast<std::ptrdiff_t>(kPacketHeadSize);
+            const auto dataEnd = dataBegin + head->dataLength;
+            Packet packet{*head, {dataBegin, dataEnd}};
+            m_buffer.erase(m_buffer.begin(), dataEnd);
+            return packet;
         }
         m_buffer.erase(m_buffer.begin());
     }

@@ -67,6 +67,15 @@ TEST_F(GenCpClientTest, noiseThatHoldsThePreambleHidesNoPacket)
     EXPECT_EQ(noisy - m_bytes, kNoise * kQuestions) << "no question was repeated";
 }
 
+TEST_F(GenCpClientTest, answerThatDoesNotGoOnHidesNoPacketBehindIt)
+{
+    EXPECT_EQ(identify("camera instant cut model=EX-1 serial=1"), ProbeResult::Identified);
+    const std::uint64_t disturbed = m_bytes;
+
+    EXPECT_EQ(identify("camera instant model=EX-1 serial=1"), ProbeResult::Identified);
+    EXPECT_EQ(disturbed - m_bytes, kPacketHeadSize) << "no question was repeated";
+}
+
 TEST_F(GenCpClientTest, cameraThatNamesNoResponseTimeIsGivenTheShortest)
 {
     EXPECT_EQ(identify("camera delay=35 response=0 model=EX-1 serial=1"), ProbeResult::Identified);
@@ -126,7 +135,9 @@ TEST_F(GenCpClientTest, libraryThatCannotCountItsBytesIsReadByteByByte)
 
 TEST_F(GenCpClientTest, libraryOfTheFirstEditionIsReadByteByByte)
 {
-    EXPECT_EQ(identify("camera instant model=EX-1 serial=1", SIMULATED_OLD_LIBRARY), ProbeResult::Identified);
+    // Its first answer takes longer than one call to read waits.
+    EXPECT_EQ(identify("camera instant first=230 model=EX-1 serial=1", SIMULATED_OLD_LIBRARY),
+              ProbeResult::Identified);
 
     EXPECT_EQ(m_identity.model, "EX-1");
 }
