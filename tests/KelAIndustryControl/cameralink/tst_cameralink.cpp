@@ -154,6 +154,17 @@ TEST_F(CameraLink, hangingLibraryDelaysAPassOnlyForItsLimit)
     EXPECT_LT(Clock::now() - begin, std::chrono::seconds(20)) << "the library hangs for an hour";
 }
 
+TEST_F(CameraLink, cameraThatAsksForPatienceIsNotSaidToHang)
+{
+    // It needs three quarters of that: longer than a call into a library may take.
+    describe("A camera instant pending=4400 model=EX-1 serial=1\n");
+
+    EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    EXPECT_EQ(m_list.count, 1U);
+    EXPECT_EQ(m_log.count("does not return"), 0);
+}
+
 TEST_F(CameraLink, camerasBeforeAHangingPortAreListed)
 {
     describe("A camera instant model=EX-1 serial=1\nB hang\n");
