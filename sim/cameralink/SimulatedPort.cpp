@@ -19,7 +19,20 @@ namespace
 constexpr std::chrono::microseconds kByteTime{1042}; // ten bits at 9600 baud
 constexpr std::size_t kHeadSize = 16;
 constexpr std::size_t kReadCommandSize = 28;
+constexpr std::size_t kPendingSize = 4;
 constexpr std::size_t kTextSize = 64;
+
+// Where the words of a packet stand, and those behind the head of a command.
+constexpr std::size_t kHeadChecksumAt = 2;
+constexpr std::size_t kDataChecksumAt = 4;
+constexpr std::size_t kCoveredAt = 6;
+constexpr std::size_t kStatusAt = 8;
+constexpr std::size_t kCommandAt = 10;
+constexpr std::size_t kLengthAt = 12;
+constexpr std::size_t kRequestIdAt = 14;
+constexpr std::size_t kAddressAt = 20; // its lower half
+constexpr std::size_t kCountAt = 26;
+constexpr std::size_t kPendingTimeAt = 2;
 
 constexpr std::size_t kVersionRegister = 0x000;
 constexpr std::size_t kModelRegister = 0x044;
@@ -33,6 +46,8 @@ constexpr std::uint8_t kHasUserName = 0x01;
 constexpr std::uint8_t kUtf8 = 0x10;
 constexpr std::uint8_t kUtf16 = 0x20;
 
+constexpr std::uint16_t kPreamble = 0x0100;
+constexpr std::uint16_t kCommandRead = 0x0800;
 constexpr std::uint16_t kAcknowledgeRead = 0x0801;
 constexpr std::uint16_t kAcknowledgePending = 0x0805;
 constexpr std::uint16_t kStatusGood = 0x0000;
@@ -67,13 +82,13 @@ std::vector<std::uint8_t> acknowledge(std::uint16_t code, std::uint16_t status, 
 {
     std::vector<std::uint8_t> packet(kHeadSize + data.size());
     std::copy(data.begin(), data.end(), packet.begin() + static_cast<std::ptrdiff_t>(kHeadSize));
-    setWord(packet, 0, 0x0100);
-    setWord(packet, 8, status);
-    setWord(packet, 10, code);
-    setWord(packet, 12, static_cast<std::uint16_t>(data.size()));
-    setWord(packet, 14, requestId);
-    setWord(packet, 2, complementOfSum(packet, 6, kHeadSize));
-    setWord(packet, 4, complementOfSum(packet, 6, packet.size()));
+    setWord(packet, 0, kPreamble);
+    setWord(packet, kStatusAt, status);
+    setWord(packet, kCommandAt, code);
+    setWord(packet, kLengthAt, static_cast<std::uint16_t>(data.size()));
+    setWord(packet, kRequestIdAt, requestId);
+    setWord(packet, kHeadChecksumAt, complementOfSum(packet, kCoveredAt, kHeadSize));
+    setWord(packet, kDataChecksumAt, complementOfSum(packet, kCoveredAt, packet.size()));
     return packet;
 }
 
@@ -197,35 +212,38 @@ void SimulatedPort::receive(const std::uint8_t *bytes, std::size_t count)
 
 void SimulatedPort::answer(const Bytes &command)
 {
-    const bool isWhole = complementOfSum(command, 6, kHeadSize) == word(command, 2) &&
-                         complementOfSum(command, 6, command.size()) == word(command, 4);
-    if (m_description.kind == PortKind::Silent || !isWhole || word(command, 10) != 0x0800)
+    const bool isWhole = complementOfSum(command, kCoveredAt, kHeadSize) == word(command, kHeadChecksumAt) &&
+                         complementOfSum(command, kCoveredAt, command.size()) == word(command, kDataChecksumAt);
+    if (m_description.kind == PortKind::Silent || !isWhole || word(command, kCommandAt) != kCommandRead)
         return;
     if (m_description.kind == PortKind::Noise) {
         send(Bytes{'l', 'o', 'g', 'i', 'n', ':', ' ', 0x01, 0x02, 0xFF}, m_writtenUntil);
         return;
     }
-    const std::size_t address = static_cast<std::size_t>(word(command, 20)) << 16 | word(command, 22);
-    answerRead(address, word(command, 26), word(command, 14));
+    const std::size_t address =
+        static_cast<std::size_t>(word(command, kAddressAt)) << 16 | word(command, kAddressAt + 2);
+    answerRead(address, word(command, kCountAt), word(command, kRequestIdAt));
 }
 
 void SimulatedPort::answerRead(std::size_t address, std::size_t count, std::uint16_t requestId)
 {
-    const bool isModel = address == kModelRegister;
     auto begin = m_writtenUntil + std::chrono::milliseconds(m_description.number("delay"));
     if (address == kVersionRegister)
         begin += std::chrono::milliseconds(m_description.number("first"));
-    if (isModel && m_busyAnswers < m_description.number("busy")) {
+    if (address == kModelRegister && m_busyAnswers < m_description.number("busy")) {
         ++m_busyAnswers;
         send(acknowledge(kAcknowledgeRead, kStatusBusy, requestId, {}), begin);
         return;
     }
-    if (const unsigned int pending = isModel ? m_description.number("pending") : 0) {
-        Bytes patience(4);
-        setWord(patience, 2, static_cast<std::uint16_t>(pending));
-        send(acknowledge(kAcknowledgePending, kStatusGood, requestId, patience), begin);
-        begin += std::chrono::milliseconds(pending) * 3 / 4;
-    }
+    begin += sendWhatStandsBefore(address, requestId, begin);
+    m_previousAnswer = answerOf(address, count, requestId);
+    send(m_previousAnswer, begin);
+}
+
+/// @return how much later the answer comes by it
+std::chrono::milliseconds SimulatedPort::sendWhatStandsBefore(std::size_t address, std::uint16_t requestId,
+                                                              Clock::time_point begin)
+{
     if (m_description.is("late"))
         send(m_previousAnswer, begin);
     if (m_description.is("preamble"))
@@ -235,18 +253,28 @@ void SimulatedPort::answerRead(std::size_t address, std::size_t count, std::uint
         head.resize(kHeadSize);
         send(head, begin);
     }
+    const unsigned int pending = address == kModelRegister ? m_description.number("pending") : 0;
+    if (pending > 0) {
+        Bytes patience(kPendingSize);
+        setWord(patience, kPendingTimeAt, static_cast<std::uint16_t>(pending));
+        send(acknowledge(kAcknowledgePending, kStatusGood, requestId, patience), begin);
+    }
+    return std::chrono::milliseconds(pending) * 3 / 4;
+}
+
+SimulatedPort::Bytes SimulatedPort::answerOf(std::size_t address, std::size_t count,
+                                             std::uint16_t requestId) const
+{
     Bytes packet = acknowledge(kAcknowledgeRead, kStatusInvalidAddress, requestId, {});
     if (!isRefused(address, count)) {
-        const auto data = m_registers.begin() + static_cast<std::ptrdiff_t>(address);
-        packet = acknowledge(kAcknowledgeRead, kStatusGood, requestId,
-                             Bytes(data, data + static_cast<std::ptrdiff_t>(count)));
+        const auto *const data = m_registers.begin() + address;
+        packet = acknowledge(kAcknowledgeRead, kStatusGood, requestId, Bytes(data, data + count));
     }
     if (m_description.kind == PortKind::Checksum)
-        packet[5] ^= 1;
+        packet[kDataChecksumAt] ^= 1;
     if (m_description.kind == PortKind::Stops)
         packet.resize(packet.size() / 2);
-    send(packet, begin);
-    m_previousAnswer = packet;
+    return packet;
 }
 
 bool SimulatedPort::isRefused(std::size_t address, std::size_t count) const

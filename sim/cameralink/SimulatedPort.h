@@ -87,6 +87,9 @@ private:
     void setText(std::size_t address, const std::string &key);
     void answer(const Bytes &command);
     void answerRead(std::size_t address, std::size_t count, std::uint16_t requestId);
+    std::chrono::milliseconds sendWhatStandsBefore(std::size_t address, std::uint16_t requestId,
+                                                   Clock::time_point begin);
+    Bytes answerOf(std::size_t address, std::size_t count, std::uint16_t requestId) const;
     bool isRefused(std::size_t address, std::size_t count) const;
     void send(const Bytes &packet, Clock::time_point begin);
 
