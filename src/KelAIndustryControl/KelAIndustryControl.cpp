@@ -154,9 +154,10 @@ unsigned int KelAIndustryControl::EnumDevicesByGenTL(KELA_GENTL_IF_INFO *pInterf
             return KELA_OK;
         std::vector<KELA_DEVICE_INFO_EX> found;
         const unsigned int result = backend->devices(*pInterface, found);
-        if (result == KELA_OK)
+        if (result == KELA_OK) {
             m_impl->devicesByRecord.give(std::move(found), pList->devices, pList->count,
                                          "devices of GenTL interface " + std::to_string(pInterface->number));
+        }
         return result;
     });
 }
@@ -172,9 +173,10 @@ unsigned int KelAIndustryControl::EnumDevicesByGenTLEx(void *hInterface, KELA_DE
             return KELA_ERROR_HANDLE;
         std::vector<KELA_DEVICE_INFO_EX> found;
         const unsigned int result = backend->devices(hInterface, found);
-        if (result == KELA_OK)
+        if (result == KELA_OK) {
             m_impl->devicesByHandle.give(std::move(found), pList->devices, pList->count,
                                          "devices of opened GenTL interface " + numberOf(hInterface));
+        }
         return result;
     });
 }
