@@ -44,14 +44,6 @@ private:
     std::vector<std::string> m_lines;
 };
 
-/// The time that bytes take on a line at 9600 baud, ten bits each.
-inline std::chrono::milliseconds lineTimeOf(std::uint64_t bytes)
-{
-    constexpr std::uint64_t kBitsPerByte = 10;
-    constexpr std::uint64_t kBaud = 9600;
-    return std::chrono::milliseconds(bytes * kBitsPerByte * 1000 / kBaud);
-}
-
 /// A simulated serial library of the running test's own. A file is loaded once in a process and keeps what
 /// it found, so each test copies it; its ports are described beside it.
 class SimulatedLibrary

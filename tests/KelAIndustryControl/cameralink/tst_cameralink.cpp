@@ -12,7 +12,6 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kHalfASecond{500};
 constexpr std::uint64_t kTwoQuestions = 2 * 28; // bytes
 
 class CameraLink : public testing::Test
@@ -32,13 +31,6 @@ protected:
     }
 
     unsigned int enumerate() { return m_access.EnumDevices(KELA_INTERFACE_TYPE_CAMERALINK, &m_list, false); }
-
-    std::chrono::milliseconds timeOfAPass()
-    {
-        const auto begin = Clock::now();
-        EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
-        return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin);
-    }
 
     const SimulatedLibrary m_library;
     LogLines m_log;
@@ -186,35 +178,25 @@ TEST_F(CameraLink, portsOfOneNameAreProbedEach)
     EXPECT_EQ(fixedText(m_list.devices[1]->serialNumber), "2");
 }
 
-TEST_F(CameraLink, twoCamerasAndASilentPortTakeTheLinesTimeAndHalfASecond)
+TEST_F(CameraLink, camerasBesideASilentPortAreListed)
 {
-    // The best of three: what else the machine does is not the library's.
-    auto best = std::chrono::milliseconds::max();
-    for (int run = 0; run < 3; ++run) {
-        const SimulatedLibrary library(SIMULATED_SERIAL_LIBRARY);
-        library.describe("A camera model=EX-1 serial=1\nB camera model=EX-2 serial=2\nC silent\n");
-        use(library);
-        const auto elapsed = timeOfAPass();
-        ASSERT_EQ(m_list.count, 2U);
-        best = std::min(best, elapsed - lineTimeOf(library.bytesOnLines()));
-        if (best < kHalfASecond)
-            break;
-    }
-    EXPECT_LT(best, kHalfASecond);
+    describe("A camera model=EX-1 serial=1\nB silent\nC camera model=EX-2 serial=2\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    ASSERT_EQ(m_list.count, 2U);
+    EXPECT_EQ(fixedText(m_list.devices[1]->serialNumber), "2");
 }
 
-TEST_F(CameraLink, silentPortCostsAsLittleInLaterPasses)
+// What a port takes beside its line's time is measured by the benchmark; here counts what is asked.
+TEST_F(CameraLink, silentPortIsAskedTwiceInEveryPass)
 {
     describe("A silent\n");
-    enumerate();
-
-    auto best = std::chrono::milliseconds::max();
     for (int pass = 0; pass < 3; ++pass) {
         const std::uint64_t before = m_library.bytesOnLines();
-        best = std::min(best, timeOfAPass());
-        EXPECT_EQ(m_library.bytesOnLines() - before, kTwoQuestions) << "it is asked in every pass";
+        enumerate();
+        EXPECT_EQ(m_library.bytesOnLines() - before, kTwoQuestions);
     }
-    EXPECT_LT(best, kHalfASecond);
 }
 
 TEST_F(CameraLink, twoLibrariesAtOnceGiveTheirCamerasEach)
