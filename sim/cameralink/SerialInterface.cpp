@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <stdexcept>
 #include <thread>
 
 using namespace kelsim;
@@ -27,6 +28,8 @@ SIM_EXPORT std::int32_t clSerialInit(std::uint32_t index, void **reference)
         return kPortInUse;
     while (ports[index].kind == PortKind::Hang)
         std::this_thread::sleep_for(std::chrono::hours(1));
+    if (ports[index].kind == PortKind::Throws)
+        throw std::runtime_error("what no library should let out");
     *reference = std::make_unique<SimulatedPort>(ports[index]).release();
     return kNoError;
 }

@@ -98,7 +98,7 @@ PortKind kindOf(const std::string &word)
     static constexpr std::pair<std::string_view, PortKind> kKinds[] = {
         {"camera", PortKind::Camera}, {"silent", PortKind::Silent},     {"noise", PortKind::Noise},
         {"stops", PortKind::Stops},   {"checksum", PortKind::Checksum}, {"busy", PortKind::Busy},
-        {"hang", PortKind::Hang},
+        {"hang", PortKind::Hang},     {"throws", PortKind::Throws},
     };
     const auto *kind = std::find_if(std::begin(kKinds), std::end(kKinds),
                                     [&word](const auto &entry) { return entry.first == word; });
@@ -227,6 +227,9 @@ void SimulatedPort::answer(const Bytes &command)
 
 void SimulatedPort::answerRead(std::size_t address, std::size_t count, std::uint16_t requestId)
 {
+    m_isDead = m_isDead || isTextOf("dies", address);
+    if (m_isDead)
+        return;
     auto begin = m_writtenUntil + std::chrono::milliseconds(m_description.number("delay"));
     if (address == kVersionRegister)
         begin += std::chrono::milliseconds(m_description.number("first"));
@@ -279,13 +282,17 @@ SimulatedPort::Bytes SimulatedPort::answerOf(std::size_t address, std::size_t co
 
 bool SimulatedPort::isRefused(std::size_t address, std::size_t count) const
 {
-    const auto isMissing = [&](const auto &entry) {
-        const auto without = m_description.values.find("without");
-        return entry.second == address && without != m_description.values.end() &&
-               without->second == entry.first;
-    };
-    return address + count > m_registers.size() ||
-           std::any_of(std::begin(kTextRegisters), std::end(kTextRegisters), isMissing);
+    return address + count > m_registers.size() || isTextOf("without", address);
+}
+
+/// True when the description names the text at an address behind "KEY=".
+bool SimulatedPort::isTextOf(const std::string &key, std::size_t address) const
+{
+    const auto named = m_description.values.find(key);
+    return named != m_description.values.end() &&
+           std::any_of(std::begin(kTextRegisters), std::end(kTextRegisters), [&](const auto &entry) {
+               return entry.second == address && named->second == entry.first;
+           });
 }
 
 /// The line carries one byte after another: what is sent waits for what is on its way.

@@ -22,6 +22,7 @@ enum class PortKind {
     Checksum, ///< answers with a wrong checksum
     Busy,     ///< somebody else has the port
     Hang,     ///< never returns from being opened
+    Throws,   ///< the library throws when it is opened
 };
 
 /// A port as a line of the description file gives it.
@@ -55,6 +56,7 @@ struct PortDescription {
 /// pending=MS   before it gives its model it asks for so much patience, and needs three quarters of it
 /// busy=N       so many times it is too busy to give its model
 /// without=KEY  it has no register for that text
+/// dies=KEY     it answers nothing any more once it is asked for that text
 std::vector<PortDescription> describedPorts();
 
 /// Bytes that went over the lines of all ports, to the cameras and from them.
@@ -91,6 +93,7 @@ private:
                                                    Clock::time_point begin);
     Bytes answerOf(std::size_t address, std::size_t count, std::uint16_t requestId) const;
     bool isRefused(std::size_t address, std::size_t count) const;
+    bool isTextOf(const std::string &key, std::size_t address) const;
     void send(const Bytes &packet, Clock::time_point begin);
 
     PortDescription m_description;
@@ -100,6 +103,7 @@ private:
     std::deque<LineByte> m_line;
     Clock::time_point m_writtenUntil;
     unsigned int m_busyAnswers = 0;
+    bool m_isDead = false;
 };
 
 } // namespace kelsim

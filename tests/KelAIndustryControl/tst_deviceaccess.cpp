@@ -155,6 +155,17 @@ TEST(FieldText, longTextIsCutAndTheRestIsZero)
     EXPECT_EQ(field[3], 0);
 }
 
+TEST(FieldText, utf8IsCutBetweenCharacters)
+{
+    char field[6];
+    setUtf8Field(field, "ab\u76f8\u76f8");
+    EXPECT_EQ(std::string(field), "ab\u76f8");
+    setUtf8Field(field, "abc\u76f8");
+    EXPECT_EQ(std::string(field), "abc");
+    setUtf8Field(field, "abcdefgh");
+    EXPECT_EQ(std::string(field), "abcde");
+}
+
 TEST(Log, textFromOutsideCannotForgeALine)
 {
     EXPECT_EQ(printable("a\nb\x1b[31m"), "a?b?[31m");

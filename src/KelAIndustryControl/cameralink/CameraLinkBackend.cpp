@@ -18,6 +18,18 @@ namespace
 constexpr char kListVariable[] = "KELS_CLSERIAL";
 constexpr char kDispatcher[] = "libclallserial.so";
 
+/// The file itself, whatever link or way led to it: one library is one thread's. A name for the loader's path
+/// stays as it is.
+std::string fileMeantBy(const std::string &path)
+{
+    struct Free {
+        void operator()(char *text) const { std::free(text); }
+    };
+    const bool isName = path.find('/') == std::string::npos;
+    const std::unique_ptr<char, Free> real(isName ? nullptr : ::realpath(path.c_str(), nullptr));
+    return real ? real.get() : path;
+}
+
 std::vector<std::string> libraryFiles()
 {
     const char *list =
@@ -25,7 +37,7 @@ std::vector<std::string> libraryFiles()
     std::vector<std::string> files;
     for (std::string_view rest = list ? list : ""; !rest.empty();) {
         const std::size_t colon = rest.find(':');
-        const std::string file(rest.substr(0, colon));
+        const std::string file = fileMeantBy(std::string(rest.substr(0, colon)));
         if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end())
             files.push_back(file);
         rest = colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);
@@ -39,12 +51,12 @@ KELA_DEVICE_INFO_EX recordOf(const PortCamera &camera)
 {
     KELA_DEVICE_INFO_EX record = {};
     record.transport = KELA_INTERFACE_TYPE_CAMERALINK;
-    setFieldText(record.modelName, camera.identity.model);
-    setFieldText(record.secondName, camera.identity.version);
-    setFieldText(record.serialNumber, camera.identity.serial);
-    setFieldText(record.special.cameraLink.portName, camera.portName);
-    setFieldText(record.special.cameraLink.manufacturerName, camera.identity.manufacturer);
-    setFieldText(record.special.cameraLink.userDefinedName, camera.identity.userName);
+    setUtf8Field(record.modelName, camera.identity.model);
+    setUtf8Field(record.secondName, camera.identity.version);
+    setUtf8Field(record.serialNumber, camera.identity.serial);
+    setUtf8Field(record.special.cameraLink.portName, camera.portName);
+    setUtf8Field(record.special.cameraLink.manufacturerName, camera.identity.manufacturer);
+    setUtf8Field(record.special.cameraLink.userDefinedName, camera.identity.userName);
     return record;
 }
 

@@ -99,7 +99,7 @@ ProbeResult GenCpClient::identify(CameraIdentity &identity)
     if (m_capability & kHasUserName)
         identity.userName = readText(kUserNameRegister);
     const bool isNameless = identity.model.empty() && identity.serial.empty();
-    return isNameless || m_isStopWanted() ? ProbeResult::Unknown : ProbeResult::Identified;
+    return isNameless || m_isLost || m_isStopWanted() ? ProbeResult::Unknown : ProbeResult::Identified;
 }
 
 void GenCpClient::readLimits()
@@ -123,6 +123,8 @@ std::string GenCpClient::readText(std::uint64_t address)
 /// The bytes of a register; nothing when the camera has none there, or does not answer.
 std::optional<GenCpClient::Data> GenCpClient::readMemory(std::uint64_t address, std::uint16_t count)
 {
+    if (m_isLost)
+        return std::nullopt;
     // The first command after opening has number 0; from then on they count and wrap to 1.
     const std::uint16_t id = m_nextId;
     m_nextId = id == UINT16_MAX ? std::uint16_t{1} : static_cast<std::uint16_t>(id + 1);
@@ -141,6 +143,7 @@ std::optional<GenCpClient::Data> GenCpClient::readMemory(std::uint64_t address, 
         if (m_stream.hasHeardBytes())
             m_stream.resynchronise(kQuietLine);
     }
+    m_isLost = true;
     return std::nullopt;
 }
 

@@ -58,6 +58,7 @@ private:
     Milliseconds m_responseTime;
     std::uint32_t m_capability = 0;
     std::uint16_t m_nextId = 0;
+    bool m_isLost = false; ///< it left a question unanswered; half an identity is another camera's
 };
 
 } // namespace kela::cameralink

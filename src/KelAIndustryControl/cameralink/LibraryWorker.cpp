@@ -3,6 +3,8 @@
 
 #include <KelAIndustryControl/core/Log.h>
 
+#include <cxxabi.h>
+
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -17,7 +19,21 @@ namespace
 
 // No single call into a library may take longer: counting its ports is the slowest, some look for boards in it.
 constexpr Milliseconds kLongestCall{3000};
+// Longer nobody waits for a scan: it goes on by itself, and the next pass gives what it finds.
+constexpr Milliseconds kLongestScan{8000};
 constexpr Milliseconds kWaitSlice{10};
+
+// What a maker's library throws, or memory that runs out, ends the scan and not the host.
+void scanUnharmed(PortScanner &scanner)
+{
+    try {
+        scanner.scan();
+    } catch (abi::__forced_unwind &) {
+        throw; // the thread is being ended
+    } catch (...) {
+        logLine(KELA_LOG_WARNING, "Camera Link: a serial library failed in the middle of a scan");
+    }
+}
 
 } // namespace
 
@@ -49,11 +65,12 @@ ScanEnd LibraryWorker::scan(const CancelSignal &cancel, std::vector<PortCamera> 
     m_wantedScans = std::max(m_wantedScans, mine);
     m_changed.notify_all();
     const auto isHanging = [this] { return Clock::now() - m_progressAt > kLongestCall; };
-    while (m_doneScans < mine && !cancel.isSet() && !isHanging())
+    const TimePoint latest = Clock::now() + kLongestScan;
+    while (m_doneScans < mine && !cancel.isSet() && !isHanging() && Clock::now() < latest)
         m_changed.wait_for(lock, kWaitSlice);
 
     cameras = m_cameras;
-    if (m_doneScans >= mine)
+    if (m_doneScans >= mine || (!cancel.isSet() && !isHanging()))
         return ScanEnd::Done;
     if (cancel.isSet())
         return ScanEnd::Cancelled;
@@ -75,7 +92,7 @@ void LibraryWorker::run()
             m_changed.wait(lock, [this] { return m_wantedScans > m_doneScans; });
             m_progressAt = Clock::now();
         }
-        scanner.scan();
+        scanUnharmed(scanner);
         const std::lock_guard lock(m_mutex);
         ++m_doneScans;
         m_isLate = false;

@@ -23,7 +23,7 @@ void PortScanner::scan()
     loadOnce();
     std::map<PortName, int> repeats;
     std::set<PortKey> present;
-    const std::uint32_t count = m_library ? m_library->portCount() : 0;
+    const std::uint32_t count = countPorts();
     for (std::uint32_t index = 0; index < count; ++index) {
         m_report.progress();
         const PortName name = m_library->portName(index);
@@ -36,6 +36,19 @@ void PortScanner::scan()
     for (auto known = m_known.begin(); known != m_known.end();)
         known = present.count(known->first) ? std::next(known) : m_known.erase(known);
     m_report.cameras(cameras());
+}
+
+// A library of the first edition is counted by taking each port for a moment: as seldom as a camera is asked.
+std::uint32_t PortScanner::countPorts()
+{
+    if (!m_library)
+        return 0;
+    const bool isKnown = m_countedAt && m_now() - *m_countedAt < kIdentityAge;
+    if (!m_library->isCountedByOpening() || !isKnown) {
+        m_portCount = m_library->portCount();
+        m_countedAt = m_now();
+    }
+    return m_portCount;
 }
 
 void PortScanner::loadOnce()

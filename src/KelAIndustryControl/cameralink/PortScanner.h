@@ -59,6 +59,7 @@ private:
     using PortKey = std::pair<PortName, int>; ///< its name, and its place among those of that name
 
     void loadOnce();
+    std::uint32_t countPorts();
     void probe(const PortName &name, std::uint32_t index, Known &known);
     void remark(const PortName &name, Known &known, const std::string &text);
     std::vector<PortCamera> cameras() const;
@@ -68,6 +69,8 @@ private:
     const std::function<TimePoint()> m_now;
     std::unique_ptr<SerialLibrary> m_library;
     bool m_isLoadTried = false;
+    std::uint32_t m_portCount = 0;
+    std::optional<TimePoint> m_countedAt;
     std::map<PortKey, Known> m_known;
 };
 

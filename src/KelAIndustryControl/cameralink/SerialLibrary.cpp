@@ -92,6 +92,11 @@ std::uint32_t SerialLibrary::portCount() const
     return ports;
 }
 
+bool SerialLibrary::isCountedByOpening() const
+{
+    return !m_functions->numPorts && !m_functions->numSerialPorts;
+}
+
 PortName SerialLibrary::portName(std::uint32_t index) const
 {
     TextBuffer maker;

@@ -36,6 +36,7 @@ public:
 
     /// Number of ports. A library of the first edition does not tell: then ports are found by opening them.
     std::uint32_t portCount() const;
+    bool isCountedByOpening() const;
 
     /// What the library calls a port; "port N" where it does not say.
     PortName portName(std::uint32_t index) const;

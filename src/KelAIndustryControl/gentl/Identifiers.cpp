@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <KelAIndustryControl/gentl/Identifiers.h>
 
+#include <KelAIndustryControl/core/FieldText.h>
+
 #include <algorithm>
 #include <array>
 #include <map>
@@ -28,23 +30,6 @@ NumberTable &numberTable()
 {
     static auto *const table = new NumberTable;
     return *table;
-}
-
-bool isContinuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-// A character of more bytes is left out whole.
-std::size_t characterBoundary(std::string_view text, std::size_t limit)
-{
-    constexpr std::size_t kLongestCharacter = 4;
-    if (limit >= text.size())
-        return text.size();
-    std::size_t end = limit;
-    while (end > 0 && limit - end < kLongestCharacter && isContinuation(text[end]))
-        --end;
-    return isContinuation(text[end]) ? limit : end;
 }
 
 std::string hashText(std::string_view text)

@@ -42,21 +42,21 @@ KELA_DEVICE_INFO_EX recordOf(const SysfsCamera &camera, const UsbTexts *texts, b
 
     KELA_DEVICE_INFO_EX record = {};
     record.transport = KELA_INTERFACE_TYPE_USB;
-    setFieldText(record.modelName, firstText(known.model, camera.product));
-    setFieldText(record.secondName, firstText(known.version, versionText(camera.descriptors.deviceVersion)));
+    setUtf8Field(record.modelName, firstText(known.model, camera.product));
+    setUtf8Field(record.secondName, firstText(known.version, versionText(camera.descriptors.deviceVersion)));
     // Without any text of its own, the place where it is plugged tells a camera from its twin.
-    setFieldText(record.serialNumber, firstText(serial, camera.name));
+    setUtf8Field(record.serialNumber, firstText(serial, camera.name));
 
     KELA_USB_DEVICE_INFO &usb = record.special.usb;
     setLocator(usb.portLocator, camera);
     usb.usable = hasPermission && camera.linkSpeed >= kSlowestLinkMbits ? 1 : 0;
     usb.genCpVersion = camera.descriptors.genCpVersion;
     usb.u3vVersion = camera.descriptors.u3vVersion;
-    setFieldText(usb.deviceGuid, known.guid);
-    setFieldText(usb.familyName, known.family);
-    setFieldText(usb.manufacturerInfo, known.info);
-    setFieldText(usb.manufacturerName, firstText(known.vendor, camera.manufacturer));
-    setFieldText(usb.userDefinedName, known.userName);
+    setUtf8Field(usb.deviceGuid, known.guid);
+    setUtf8Field(usb.familyName, known.family);
+    setUtf8Field(usb.manufacturerInfo, known.info);
+    setUtf8Field(usb.manufacturerName, firstText(known.vendor, camera.manufacturer));
+    setUtf8Field(usb.userDefinedName, known.userName);
     usb.usbVersion = camera.descriptors.usbVersion;
     usb.linkSpeed = camera.linkSpeed;
     usb.speedSupport = camera.descriptors.speedSupport;

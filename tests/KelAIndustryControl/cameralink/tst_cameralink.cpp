@@ -2,6 +2,8 @@
 // The device access over a simulated serial library that is loaded for real.
 #include "SimulatedLibrary.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstring>
@@ -227,6 +229,31 @@ TEST_F(CameraLink, hangingLibraryHidesNoCamerasOfAnother)
 
     ASSERT_EQ(m_list.count, 1U);
     EXPECT_EQ(fixedText(m_list.devices[0]->modelName), "EX-2");
+}
+
+TEST_F(CameraLink, libraryThatThrowsKeepsTheCamerasBefore)
+{
+    describe("A camera instant model=EX-1 serial=1\nB throws\n");
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    ASSERT_EQ(m_list.count, 1U);
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    EXPECT_EQ(m_list.count, 1U);
+    EXPECT_EQ(m_log.count("failed in the middle of a scan"), 2);
+}
+
+TEST_F(CameraLink, libraryUnderTwoNamesIsAskedOnce)
+{
+    describe("A camera instant model=EX-1 serial=1\n");
+    const std::string link = m_library.file() + ".link.so";
+    ASSERT_EQ(::symlink(m_library.file().c_str(), link.c_str()), 0);
+    const std::string both = m_library.file() + ":" + link;
+    setenv("KELS_CLSERIAL", both.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+
+    EXPECT_EQ(m_list.count, 1U);
+    EXPECT_EQ(m_log.count("in use"), 0);
 }
 
 TEST_F(CameraLink, portsOfALibraryThatCannotCountThemAreFoundByOpeningThem)

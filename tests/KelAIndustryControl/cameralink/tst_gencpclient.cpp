@@ -56,6 +56,13 @@ TEST_F(GenCpClientTest, textsInUtf16AreUnderstood)
     EXPECT_EQ(m_identity.userName, "left");
 }
 
+TEST_F(GenCpClientTest, cameraThatFallsSilentInTheMiddleIsNotIdentifiedByHalf)
+{
+    EXPECT_EQ(identify("camera instant response=50 model=EX-1 serial=1 dies=serial"), ProbeResult::Unknown);
+    EXPECT_EQ(identify("camera instant response=50 model=EX-1 serial=1 user=left dies=user"),
+              ProbeResult::Unknown);
+}
+
 TEST_F(GenCpClientTest, noiseThatHoldsThePreambleHidesNoPacket)
 {
     EXPECT_EQ(identify("camera instant preamble model=EX-1 serial=1"), ProbeResult::Identified);

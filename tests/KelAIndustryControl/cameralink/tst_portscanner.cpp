@@ -39,6 +39,27 @@ protected:
                           [this] { return m_now; }};
 };
 
+class OldLibraryTest : public PortScannerTest
+{
+protected:
+    OldLibraryTest()
+        : PortScannerTest(SIMULATED_OLD_LIBRARY)
+    {
+    }
+};
+
+TEST_F(OldLibraryTest, portsThatAreCountedByOpeningThemAreCountedOnceAMinute)
+{
+    m_library.describe("A camera instant model=EX-1 serial=1\n");
+    EXPECT_EQ(scan(), Models{"EX-1"});
+    m_library.describe("A camera instant model=EX-1 serial=1\nB camera instant model=EX-2 serial=2\n");
+
+    m_now += kIdentityAge - Milliseconds{1};
+    EXPECT_EQ(scan(), Models{"EX-1"});
+    m_now += Milliseconds{1};
+    EXPECT_EQ(scan(), (Models{"EX-1", "EX-2"}));
+}
+
 class DispatcherTest : public PortScannerTest
 {
 protected:
