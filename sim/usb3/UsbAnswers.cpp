@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <mutex>
@@ -62,6 +63,7 @@ struct UsbAnswers::State {
     std::map<int, std::string> strings;
     UMockdevIoctlBase *handler = nullptr;
     UMockdevTestbed *testbed = nullptr;
+    int requests = 0;    // for strings
     std::set<int> asked; // strings that were asked for where each fails at first
     std::mutex mutex;    // guards the rest
     std::deque<UMockdevIoctlData *> done;
@@ -142,7 +144,7 @@ struct UsbAnswers::State {
         if (device.has("pulled")) {
             umockdev_testbed_remove_device(testbed, device.folder().c_str());
             urb.status = -ENODEV;
-        } else if (isIndexOf("stuck", index)) {
+        } else if (isIndexOf("stuck", index) || ++requests <= std::atoi(device.text("booting", "0").c_str())) {
             urb.status = kNever;
         } else if (isIndexOf("broken", index) ||
                    (device.text("broken") == "all" && asked.insert(index).second)) {

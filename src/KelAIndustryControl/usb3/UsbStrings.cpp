@@ -46,7 +46,7 @@ public:
 
     bool hasAnswered() const { return m_hasAnswered; }
     /// False when something is still to be asked for.
-    bool isComplete() const { return m_hasAnswered && !m_isStopped; }
+    bool isComplete() const { return !m_isStopped && (m_hasAnswered || !m_hasAsked); }
 
 private:
     std::uint16_t languageOfTexts()
@@ -69,8 +69,12 @@ private:
         // A device without such a string stalls, which is an answer too.
         m_hasAnswered = m_hasAnswered || count >= 0 || count == LIBUSB_ERROR_PIPE;
         m_isStopped = count == LIBUSB_ERROR_NO_DEVICE;
+        m_hasAsked = true;
         if (count == LIBUSB_ERROR_TIMEOUT) {
-            m_stuck.insert(index);
+            // Without the list of languages there is English; without any answer the camera may just be
+            // booting.
+            if (m_hasAnswered || index == 0)
+                m_stuck.insert(index);
             m_isStopped = !m_hasAnswered || ++m_timeouts == kMostTimeouts;
         }
         if (count < 0)
@@ -83,6 +87,7 @@ private:
     std::array<std::uint8_t, kLongestDescriptor> m_buffer = {};
     std::optional<std::uint16_t> m_language;
     int m_timeouts = 0;
+    bool m_hasAsked = false;
     bool m_hasAnswered = false;
     bool m_isStopped = false;
 };
