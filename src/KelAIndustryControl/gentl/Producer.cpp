@@ -69,8 +69,10 @@ Producer::Condition Producer::condition() const
     now.isLoaded = m_isLoaded;
     now.isResponding = !(m_current && m_current->isAbandoned);
     now.facts = m_facts;
-    if (!m_troubles.empty())
-        now.trouble = m_troubles.begin()->second;
+    if (!m_troubles.empty()) {
+        const auto &[interface, trouble] = *m_troubles.begin();
+        now.trouble = (interface.empty() ? std::string() : "interface " + interface + ": ") + trouble;
+    }
     return now;
 }
 
@@ -95,13 +97,16 @@ unsigned int Producer::listInterfaces(const CancelSignal &cancel, std::vector<In
 void Producer::keepInterfaces(const std::vector<InterfaceFacts> &interfaces)
 {
     m_lastInterfaces = interfaces;
-    for (auto kept = m_lastDevices.begin(); kept != m_lastDevices.end();) {
-        const bool isListed =
-            std::any_of(interfaces.begin(), interfaces.end(),
-                        [&](const InterfaceFacts &facts) { return facts.identifier == kept->first; });
-        if (!isListed)
-            forgetTrouble(kept->first);
-        kept = isListed ? std::next(kept) : m_lastDevices.erase(kept);
+    const auto isListed = [&interfaces](const std::string &identifier) {
+        return std::any_of(interfaces.begin(), interfaces.end(),
+                           [&](const InterfaceFacts &facts) { return facts.identifier == identifier; });
+    };
+    for (auto kept = m_lastDevices.begin(); kept != m_lastDevices.end();)
+        kept = isListed(kept->first) ? std::next(kept) : m_lastDevices.erase(kept);
+    const std::lock_guard lock(m_mutex);
+    for (auto trouble = m_troubles.begin(); trouble != m_troubles.end();) {
+        const bool isKept = trouble->first.empty() || isListed(trouble->first);
+        trouble = isKept ? std::next(trouble) : m_troubles.erase(trouble);
     }
 }
 
@@ -131,9 +136,9 @@ unsigned int Producer::holdInterface(const CancelSignal &cancel, const std::stri
         run(cancel, [this, isHeld, interfaceId](ProducerSession &session) -> unsigned int {
             const ProducerSession::Result held = session.holdInterface(interfaceId);
             isHeld->store(static_cast<bool>(held));
+            // Another's good right, not the producer's trouble.
             const bool isTaken = held.code == GC_ERR_RESOURCE_IN_USE || held.code == GC_ERR_ACCESS_DENIED;
-            const unsigned int result = resultCode(held, interfaceId);
-            return isTaken ? static_cast<unsigned int>(KELA_ERROR_IN_USE) : result;
+            return isTaken ? static_cast<unsigned int>(KELA_ERROR_IN_USE) : resultCode(held, interfaceId);
         });
     // Nobody will close what a caller that left meanwhile got.
     if (code == KELA_ERROR_TIMEOUT || code == KELA_ERROR_CANCELLED) {
@@ -189,11 +194,14 @@ void Producer::post(Task task)
 
 bool Producer::startThread()
 {
-    // The host's signal handlers have no business inside a producer.
-    sigset_t all;
+    // The host's signal handlers have no business inside a producer, but for those of faults: a blocked fault
+    // ends the process without a word.
+    sigset_t blocked;
     sigset_t before;
-    ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &before);
+    ::sigfillset(&blocked);
+    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS, SIGABRT})
+        ::sigdelset(&blocked, fault);
+    ::pthread_sigmask(SIG_SETMASK, &blocked, &before);
     bool isStarted = true;
     try {
         // Nobody ever joins it: it may be held up in the producer for ever.

@@ -62,7 +62,7 @@ std::optional<Verdict> makeTrial(const ProducerFile &file, const CancelSignal &c
             return Verdict{KELA_ERROR_NOT_A_PRODUCER, fault};
         return runProbe(file.path, cancel);
     } catch (const std::exception &) {
-        return Verdict{KELA_ERROR_RESOURCE, {}};
+        return Verdict{KELA_ERROR_RESOURCE, "it cannot be tried: memory or threads have run out"};
     }
 }
 

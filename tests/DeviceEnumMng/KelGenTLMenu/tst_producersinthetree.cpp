@@ -260,9 +260,10 @@ void TestProducersInTheTree::badProducerLeavesTheTreeAlive()
 void TestProducersInTheTree::failingCallLeavesTheTreeAlive_data()
 {
     QTest::addColumn<QByteArray>("call");
-    for (const char *call : {"GCInitLib", "TLOpen", "TLUpdateInterfaceList", "TLGetNumInterfaces",
-                             "TLGetInterfaceID", "TLGetInterfaceInfo", "TLOpenInterface", "IFUpdateDeviceList",
-                             "IFGetNumDevices", "IFGetDeviceID", "IFGetDeviceInfo"}) {
+    for (const char *call :
+         {"GCInitLib", "TLOpen", "TLUpdateInterfaceList", "TLGetNumInterfaces", "TLGetInterfaceID",
+          "TLGetInterfaceInfo", "TLOpenInterface", "IFUpdateDeviceList", "IFGetNumDevices", "IFGetDeviceID",
+          "IFGetDeviceInfo", "GCGetInfo", "TLGetInfo", "IFClose", "TLClose", "GCCloseLib"}) {
         QTest::newRow(call) << QByteArray(call);
     }
 }

@@ -121,6 +121,32 @@ TEST_F(GenTLProducerInfo, failingProducerTellsWhatFailedUntilItWorksAgain)
     EXPECT_STREQ(infoOf(path).trouble, "");
 }
 
+TEST_F(GenTLProducerInfo, troubleOfAnInterfaceNamesItAndGoesWithIt)
+{
+    const std::string path = add(std::string(kProducer) + "error IFUpdateDeviceList -1001\n");
+    const Interfaces found = interfacesOf(access, path);
+    ASSERT_EQ(found.records.size(), 1U);
+    devicesOf(access, found.records[0]);
+    EXPECT_EQ(infoOf(path).state, KELA_PRODUCER_FAILING);
+    EXPECT_EQ(std::string(infoOf(path).trouble).find("interface if-a: IFUpdateDeviceList gave -1001"), 0U);
+
+    describe(path, "interface if-b|Interface B|GEV\n");
+    interfacesOf(access, path);
+    EXPECT_EQ(infoOf(path).state, KELA_PRODUCER_READY);
+}
+
+TEST_F(GenTLProducerInfo, interfaceThatAnotherProgramHoldsIsNoTrouble)
+{
+    const std::string path = add(std::string(kProducer) + "error TLOpenInterface -1005\n");
+    const Interfaces found = interfacesOf(access, path);
+    ASSERT_EQ(found.records.size(), 1U);
+    void *handle = nullptr;
+    EXPECT_EQ(access.OpenGenTLInterface(&found.records[0], &handle), KELA_ERROR_IN_USE);
+
+    EXPECT_EQ(infoOf(path).state, KELA_PRODUCER_READY);
+    EXPECT_EQ(log.count("TLOpenInterface"), 0);
+}
+
 TEST_F(GenTLProducerInfo, longTextsAreCutToTheirRoom)
 {
     const std::string path = add("producer " + std::string(500, 'v') + "|m|1|GEV|n\ninterface if-a|A|GEV\n");
