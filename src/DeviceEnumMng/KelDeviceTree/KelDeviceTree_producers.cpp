@@ -128,6 +128,10 @@ QString KelDeviceTreePrivate::producerOfInterface(long interfaceId)
     const CDevicesEnum *enumerator = getThread(KELA_INTERFACE_TYPE_GENTL);
     for (auto applied = m_appliedCtiStates.cbegin(); enumerator && applied != m_appliedCtiStates.cend();
          ++applied) {
+        // One that is off keeps its list, and may be another link to a file that is on.
+        if (applied.value() == kStateOff) {
+            continue;
+        }
         const QVector<int> ids = interfaceIdsOf(*enumerator, applied.key());
         if (std::find(ids.cbegin(), ids.cend(), interfaceId) != ids.cend()) {
             return applied.key();

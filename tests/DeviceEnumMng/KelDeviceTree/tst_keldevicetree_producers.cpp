@@ -46,6 +46,7 @@ private Q_SLOTS:
     void unknownInterfaceAnswersForTheLastOne();
     void interfaceListIsClearedAndFilledUnchecked();
     void producerOfAnInterfaceIsKnownWithoutItsRow();
+    void producerThatIsOffIsNobodysProducer();
     void unknownStateCountsAsLoaded();
     void producerThatIsOffIsRemovedWithoutAWarningWhenItLeavesTheMenu();
     void warningIsAnsweredFromTheStatesBefore();
@@ -335,6 +336,22 @@ void TestKelDeviceTreeProducers::producerOfAnInterfaceIsKnownWithoutItsRow()
     m_tree->onDeleteGenTLInterface(row->data(0, KelDeviceTree::ItemInfoRole));
     QCOMPARE(m_tree->producerOfInterface(id), defaultPath(QStringLiteral("KelFGa.cti")));
     QVERIFY(m_tree->producerOfInterface(123456).isEmpty());
+}
+
+void TestKelDeviceTreeProducers::producerThatIsOffIsNobodysProducer()
+{
+    // Two links to one file list the same interface.
+    QVERIFY(addDefault(QStringLiteral("KelFGa.cti"), "if-a", 1));
+    QVERIFY(addDefault(QStringLiteral("KelFGb.cti"), "if-a", 1));
+    makeTree();
+    enumerate();
+    const long id = interfaceItem(QStringLiteral("if-a"))->data(0, KelDeviceTree::ItemIdRole).toInt();
+    QCOMPARE(m_tree->producerOfInterface(id), defaultPath(QStringLiteral("KelFGa.cti")));
+
+    box(QStringLiteral("KelFGa"))->setChecked(false);
+    closePanel();
+
+    QCOMPARE(m_tree->producerOfInterface(id), defaultPath(QStringLiteral("KelFGb.cti")));
 }
 
 void TestKelDeviceTreeProducers::unknownStateCountsAsLoaded()
