@@ -217,6 +217,7 @@ private:
     void requeueInterfaces();
 
     // CDevicesEnum_pass.cpp
+    bool endsPass(unsigned int result) const;
     unsigned int askForDevices();
     unsigned int GenerateDevicesInfo(FoundDevices &found);
     unsigned int generateFromHandles(FoundDevices &found);
@@ -237,7 +238,7 @@ private:
     // CDevicesEnum_remote.cpp
     unsigned int askRemote(KELA_STRUCT_DEVICE_INFO &record, AnswerDeadline *deadline = nullptr);
     void setStateWithin(AnswerDeadline &deadline, KELA_STRUCT_DEVICE_INFO &record);
-    bool isBeingTakenBack(const KELA_STRUCT_DEVICE_INFO &record) const;
+    bool isBeingTakenBack(long id) const;
     unsigned int refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds);
     unsigned int refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &before);
     bool keepRemoteDevice(const KELA_STRUCT_DEVICE_INFO &record, bool hasAnswered);
@@ -282,6 +283,7 @@ private:
     QMap<unsigned int, void *> m_queuedInterfaces;
     QVector<KELA_GENTL_IF_INFO> m_interfaces;
     QVector<KELA_STRUCT_DEVICE_INFO> m_remoteDevices;
+    QVector<long> m_idsBeingTakenBack;
     QVector<QString> m_producerPaths;
     QMap<QString, QVector<unsigned int>> m_producerInterfaceIds;
     // Shared: Stop may be cancelling one while its user is done with it.

@@ -97,7 +97,7 @@ unsigned int CDevicesEnum::EnumGenTLInterface()
     }
     QVector<KELA_GENTL_IF_INFO> now;
     for (const QString &path : qAsConst(paths)) {
-        if (enumProducer(path, now, true) == KELA_ERROR_CANCELLED) {
+        if (endsPass(enumProducer(path, now, true))) {
             // Nobody knows what has gone.
             return KELA_ERROR_CANCELLED;
         }

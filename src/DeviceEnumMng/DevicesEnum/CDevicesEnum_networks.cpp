@@ -26,8 +26,7 @@ void setText(char (&field)[Size], const QString &text)
 
 bool isCardAddress(const QHostAddress &address)
 {
-    return address != QHostAddress(QHostAddress::LocalHost) &&
-           address.protocol() == QAbstractSocket::IPv4Protocol;
+    return !address.isLoopback() && address.protocol() == QAbstractSocket::IPv4Protocol;
 }
 
 // A card is known by its last IPv4 address. Looking for that one first lets the routing table be read once

@@ -40,6 +40,16 @@ unsigned int CDevicesEnum::EnumDevices()
     return result;
 }
 
+// A device, an interface or a producer may call itself cancelled as it may fail in any other way.
+bool CDevicesEnum::endsPass(unsigned int result) const
+{
+    if (result != KELA_ERROR_CANCELLED) {
+        return false;
+    }
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_stopped;
+}
+
 unsigned int CDevicesEnum::askForDevices()
 {
     const uint32_t type = m_interfaceType;
@@ -75,13 +85,11 @@ void CDevicesEnum::reportVanishedDevices(const QVector<long> &knownIds, const QS
     const uint32_t type = m_interfaceType;
     const uint32_t removable = type == KELA_INTERFACE_TYPE_GIGE_VARIANT ? KELA_INTERFACE_TYPE_GIGE : type;
     for (const long id : knownIds) {
-        if (seenIds.contains(id) || !m_cameraIds.isPresent(id)) {
+        // In this order: who takes a device back says so until it is present no more.
+        if (seenIds.contains(id) || isBeingTakenBack(id) || !m_cameraIds.isPresent(id)) {
             continue;
         }
         KELA_STRUCT_DEVICE_INFO record = m_cameraIds.getDeviceInfo(id);
-        if (isBeingTakenBack(record)) {
-            continue;
-        }
         if (testFlag(static_cast<int>(record.deviceInfo.transport), static_cast<int>(removable))) {
             sendEvent(nullptr, &record, KELA_INTERFACE_STATE_DEVICE_REMOVED);
             m_cameraIds.deleteDeviceID(id);
@@ -126,7 +134,7 @@ unsigned int CDevicesEnum::generateFromHandles(FoundDevices &found)
         });
         if (result == KELA_OK) {
             mergeGenTLDevices(list, found);
-        } else if (result == KELA_ERROR_CANCELLED) {
+        } else if (endsPass(result)) {
             return result;
         }
     }
@@ -156,7 +164,7 @@ unsigned int CDevicesEnum::generateFromInterfaces(FoundDevices &found)
         const unsigned int result = m_deviceAccess->EnumDevicesByGenTL(&interface, &list);
         if (result == KELA_OK) {
             mergeGenTLDevices(list, found);
-        } else if (result == KELA_ERROR_CANCELLED) {
+        } else if (endsPass(result)) {
             return result;
         }
     }

@@ -94,17 +94,20 @@ int CDevicesEnum::RemoveRemoteDevice(KELA_STRUCT_DEVICE_INFO *pDeviceInfo)
         if (device != m_remoteDevices.end()) {
             m_remoteDevices.erase(device);
         }
+        m_idsBeingTakenBack.append(id);
     }
     sendEvent(nullptr, pDeviceInfo, KELA_INTERFACE_STATE_DEVICE_REMOVED);
     m_cameraIds.deleteDeviceID(id);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_idsBeingTakenBack.removeOne(id);
     return 0;
 }
 
-// Listed no more and still present: its owner is inside RemoveRemoteDevice and reports it removed.
-bool CDevicesEnum::isBeingTakenBack(const KELA_STRUCT_DEVICE_INFO &record) const
+// Its owner is inside RemoveRemoteDevice and reports it removed.
+bool CDevicesEnum::isBeingTakenBack(long id) const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return record.remote != 0 && findById(m_remoteDevices, record.deviceId) == m_remoteDevices.end();
+    return m_idsBeingTakenBack.contains(id);
 }
 
 unsigned int CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet<long> &seenIds)
@@ -121,7 +124,7 @@ unsigned int CDevicesEnum::refreshRemoteDevices(const QSet<long> &knownIds, QSet
         }
         seenIds.insert(device.deviceId);
         const unsigned int result = refreshRemoteDevice(device);
-        if (result == KELA_ERROR_CANCELLED) {
+        if (endsPass(result)) {
             return result;
         }
         if (result != KELA_OK) {
@@ -137,7 +140,7 @@ unsigned int CDevicesEnum::refreshRemoteDevice(const KELA_STRUCT_DEVICE_INFO &be
 {
     KELA_STRUCT_DEVICE_INFO record = before;
     const unsigned int result = askRemote(record);
-    if (result == KELA_ERROR_CANCELLED) {
+    if (endsPass(result)) {
         return result;
     }
     const bool hasAnswered = result == KELA_OK;

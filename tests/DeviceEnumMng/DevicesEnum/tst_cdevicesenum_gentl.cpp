@@ -32,6 +32,8 @@ private Q_SLOTS:
     void fullInterfaceTextIsReadWithoutOverrun();
     void perRecordTransportListsEveryInterface();
     void perRecordTransportSkipsAFailingInterface();
+    void interfaceThatCallsItselfCancelledIsSkippedLikeAnyOther();
+    void openedInterfaceThatCallsItselfCancelledIsSkippedLikeAnyOther();
     void everyGenTLListComesToTheDeviceAccessZeroed();
     void removingAProducerUnloadsItAndDropsItsHandles();
     void removingAnUnlistedPathDoesNothing();
@@ -244,6 +246,26 @@ void tst_CDevicesEnum_gentl::perRecordTransportSkipsAFailingInterface()
     scriptedAccess().fail(KELA_ERROR_PRODUCER_FAILED, Operation::EnumDevicesByGenTL, "if0");
 
     QCOMPARE(test.pass(), QStringList({"interface new if0", "interface new if1", "new G2"}));
+}
+
+void tst_CDevicesEnum_gentl::interfaceThatCallsItselfCancelledIsSkippedLikeAnyOther()
+{
+    ProducerUnderTest perRecord(KELA_INTERFACE_TYPE_GENTL_INTERFACE);
+    scriptedAccess().plugInterface(kCtiA, genTLInterface("if1"));
+    scriptedAccess().plug(genTLDevice("G2", "if1"));
+    scriptedAccess().fail(KELA_ERROR_CANCELLED, Operation::EnumDevicesByGenTL, "if0");
+    QCOMPARE(perRecord.pass(), QStringList({"interface new if0", "interface new if1", "new G2"}));
+}
+
+void tst_CDevicesEnum_gentl::openedInterfaceThatCallsItselfCancelledIsSkippedLikeAnyOther()
+{
+    ProducerUnderTest test;
+    test.pass();
+    test.open("if0");
+    scriptedAccess().failNext(KELA_ERROR_CANCELLED, Operation::EnumDevicesByGenTLEx);
+
+    QCOMPARE(test.enumerator.EnumDevices(), 0U);
+    QCOMPARE(test.recorder.take(), QStringList("interface updated if0"));
 }
 
 void tst_CDevicesEnum_gentl::removingAProducerUnloadsItAndDropsItsHandles()

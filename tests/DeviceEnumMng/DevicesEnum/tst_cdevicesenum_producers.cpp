@@ -25,6 +25,7 @@ private Q_SLOTS:
     void interfaceRecordIsCopiedWholeButForItsId();
     void vanishedInterfaceIsReportedRemovedOnce();
     void failingProducerLosesItsInterfacesAndNobodyElses();
+    void producerThatCallsItselfCancelledEndsNoPass();
     void twoProducersWithTheSameTextAndNumberShareOneId();
     void missingObjectGivesItsCodeAndNoInterfaces();
     void interfaceCountAbove256ReadsTheListOnly();
@@ -141,6 +142,19 @@ void tst_CDevicesEnum_producers::failingProducerLosesItsInterfacesAndNobodyElses
     test.pass();
 
     scriptedAccess().fail(KELA_ERROR_PRODUCER_FAILED, Operation::EnumInterfacesByGenTL, kCtiA);
+
+    QCOMPARE(test.pass(), QStringList({"interface updated b0", "interface removed if0"}));
+    QCOMPARE(test.enumerator.EnumDevices(), 0U);
+}
+
+void tst_CDevicesEnum_producers::producerThatCallsItselfCancelledEndsNoPass()
+{
+    ProducerUnderTest test;
+    scriptedAccess().plugInterface(kCtiB, genTLInterface("b0"));
+    test.enumerator.AddCtiPath(pathOf(kCtiB));
+    test.pass();
+
+    scriptedAccess().fail(KELA_ERROR_CANCELLED, Operation::EnumInterfacesByGenTL, kCtiA);
 
     QCOMPARE(test.pass(), QStringList({"interface updated b0", "interface removed if0"}));
     QCOMPARE(test.enumerator.EnumDevices(), 0U);

@@ -59,6 +59,8 @@ private Q_SLOTS:
     void deviceRemovedWhileItIsAskedGetsNoUpdate();
     void deviceRemovedWhileItFailsToAnswerIsNotReportedTwice();
     void deviceWhoseOwnerIsJustReportingItsRemovalIsNotReportedTwice();
+    void deviceTakenBackWhileItIsReportedNewIsRemovedByTheNextPass();
+    void deviceThatCallsItselfCancelledIsReportedRemoved();
     void neighbourOfADeviceRemovedByItsOwnerIsStillAsked();
     void deviceAddedWhileAPassRunsIsKept();
     void deviceSetOffIsAskedNoMore();
@@ -409,6 +411,42 @@ void tst_CDevicesEnum_remote::deviceWhoseOwnerIsJustReportingItsRemovalIsNotRepo
 
     QVERIFY(hasPassed);
     QCOMPARE(recorder.take(), QStringList("removed R1"));
+}
+
+void tst_CDevicesEnum_remote::deviceTakenBackWhileItIsReportedNewIsRemovedByTheNextPass()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    bool isTakenBack = false;
+    recorder.listenTo(enumerator, [&enumerator, &isTakenBack](const RecordedEvent &event) {
+        if (event.kind == KELA_INTERFACE_STATE_DEVICE_NEW && !isTakenBack) {
+            isTakenBack = true;
+            KELA_STRUCT_DEVICE_INFO record = event.device;
+            enumerator.RemoveRemoteDevice(&record);
+        }
+    });
+
+    // Adding registers the device after the event, so a pass has to find out that nobody lists it.
+    addRemote(enumerator, "R1", 91);
+    enumerator.EnumDevices();
+
+    QCOMPARE(recorder.take(), QStringList({"new R1", "removed R1", "removed R1"}));
+    addRemote(enumerator, "R1", 91);
+    QCOMPARE(recorder.take(), QStringList("new R1"));
+}
+
+void tst_CDevicesEnum_remote::deviceThatCallsItselfCancelledIsReportedRemoved()
+{
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+    recorder.listenTo(enumerator);
+    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    addRemote(enumerator, "R1", 91);
+    recorder.takeEvents();
+    scriptedAccess().fail(KELA_ERROR_CANCELLED, Operation::GetDeviceInfo, "R1");
+
+    QCOMPARE(passOf(enumerator, recorder), QStringList("removed R1"));
 }
 
 void tst_CDevicesEnum_remote::neighbourOfADeviceRemovedByItsOwnerIsStillAsked()
