@@ -342,17 +342,13 @@ void KelDeviceTreeIndex::onRowsAboutToBeRemoved(const QModelIndex &parent, int f
     }
 }
 
-void KelDeviceTreeIndex::onDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+// The tree tells of one item at a time. A receiver of itemChanged hears of it first and may have removed or
+// moved the row, so nothing but the address is taken from the index.
+void KelDeviceTreeIndex::onDataChanged(const QModelIndex &topLeft, const QModelIndex & /*bottomRight*/,
                                        const QVector<int> &roles)
 {
-    if (topLeft.column() > 0 || !concernsLookUps(roles)) {
-        return;
-    }
-    const QTreeWidgetItem *parentItem = itemOf(topLeft.parent());
-    for (int row = topLeft.row(); row <= bottomRight.row(); ++row) {
-        if (QTreeWidgetItem *item = parentItem->child(row)) {
-            refresh(item);
-        }
+    if (topLeft.column() == 0 && concernsLookUps(roles)) {
+        refresh(static_cast<QTreeWidgetItem *>(topLeft.internalPointer()));
     }
 }
 

@@ -209,6 +209,24 @@ void KelDeviceTreePrivate::onRightBtnClicked(QObject *sender)
 
 void KelDeviceTreePrivate::setCurRightBtn(CustomPushButton *btn, bool showMenuButton)
 {
+    showButton(btn, showMenuButton);
+    if (btn && !btn->isHidden()) {
+        rightButtons().setRow(rowOf(btn), KelRightButtons::Place::Unknown);
+    }
+}
+
+QModelIndex KelDeviceTreePrivate::rowOf(const CustomPushButton *btn) const
+{
+    for (QTreeWidgetItemIterator item(q); *item; ++item) {
+        if (livingButton((*item)->data(0, KelDeviceTree::ItemRightBtnRole)) == btn) {
+            return indexOf(q, *item);
+        }
+    }
+    return {};
+}
+
+void KelDeviceTreePrivate::showButton(CustomPushButton *btn, bool showMenuButton)
+{
     if (m_genTLMenu && m_genTLMenu->isVisible()) {
         return;
     }
@@ -229,9 +247,9 @@ void KelDeviceTreePrivate::setCurRightBtn(CustomPushButton *btn, bool showMenuBu
 
 void KelDeviceTreePrivate::showRowButton(CustomPushButton *btn, bool showMenuButton, const QModelIndex &row)
 {
-    setCurRightBtn(btn, showMenuButton);
+    showButton(btn, showMenuButton);
     const bool isAnyShown = !btn->isHidden() || (m_configBtn && !m_configBtn->isHidden());
-    rightButtons().setRow(isAnyShown ? row : QModelIndex());
+    rightButtons().setRow(isAnyShown ? row : QModelIndex(), KelRightButtons::Place::InRow);
 }
 
 bool KelDeviceTreePrivate::isShownForAnotherRow(const QModelIndex &row) const

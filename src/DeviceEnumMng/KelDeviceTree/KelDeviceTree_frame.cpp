@@ -71,6 +71,18 @@ KelDeviceTreePrivate::KelDeviceTreePrivate(KelDeviceTree *tree)
 KelDeviceTreePrivate::~KelDeviceTreePrivate()
 {
     stopEnumerators();
+    letGoOfMenu();
+}
+
+// A change of the producers begins while the menu hides. Who destroys the tree then must not take the menu away
+// from Qt, which is not done with it.
+void KelDeviceTreePrivate::letGoOfMenu()
+{
+    if (m_ctiChange.runs && m_genTLMenu) {
+        m_genTLMenu->disconnect(q);
+        m_genTLMenu->setParent(nullptr);
+        m_genTLMenu->deleteLater();
+    }
 }
 
 void KelDeviceTreePrivate::initDeviceInfo()

@@ -3,7 +3,9 @@
 
 #include "KelRightButtons.h"
 
+#include <CustomCtr/CustomPushButton.h>
 #include <DeviceEnumMng/KelDeviceTree.h>
+#include <DeviceEnumMng/KelGenTLMenu.h>
 #include <KelAIndustryControl/KelARecords.h>
 
 #include <QIcon>
@@ -19,10 +21,8 @@
 #include <memory>
 
 class CDevicesEnum;
-class CustomPushButton;
 class KelDeviceTreeGuard;
 class KelDeviceTreeIndex;
-class KelGenTLMenu;
 class KelSettledCameras;
 class QMimeData;
 class QModelIndex;
@@ -67,6 +67,7 @@ public:
     // KelDeviceTree_frame.cpp: construction, fixed items, look-ups
     void initDeviceInfo();
     void initFixedItems();
+    void letGoOfMenu();
     QTreeWidgetItem *newTreeItem(QTreeWidgetItem *parent, int itemType, int index);
     QTreeWidgetItem *findChildItem(QTreeWidgetItem *parent, int itemType, long id);
     QTreeWidgetItem *findItem(int itemType, long id);
@@ -163,6 +164,10 @@ public:
     void initButtonWatch();
     /// Which buttons live and which is shown; made with the first button.
     KelRightButtons &rightButtons();
+    /// The row that carries a button; invalid when none does. For the host's calls: it looks at every row.
+    QModelIndex rowOf(const CustomPushButton *btn) const;
+    /// Makes a button the only one that is shown.
+    void showButton(CustomPushButton *btn, bool showMenuButton);
     /// setCurRightBtn for a row that is being painted.
     void showRowButton(CustomPushButton *btn, bool showMenuButton, const QModelIndex &row);
     /// True when the visible button was shown for a row other than this one, which shares it.
@@ -209,7 +214,7 @@ public:
     KelDeviceTree *q = nullptr;                       ///< the public widget
     QMap<unsigned int, CDevicesEnum *> m_enumerators; ///< bridge: by KELA_INTERFACE_TYPE; owned
     QMap<long, CustomPushButton *> m_rightBtns;       ///< actions: by item identifier; children of q
-    CustomPushButton *m_configBtn = nullptr;          ///< frame: opens the producer menu; child of q
+    QPointer<CustomPushButton> m_configBtn;           ///< frame: opens the producer menu; child of q
     QList<unsigned int> m_finishedTypes;              ///< bridge: transports that ended a pass
     QList<int> m_visibleTypes;                        ///< visibility: empty = all
     int m_vendorFilterState = 0;                      ///< visibility: KelInterface::FilterState
@@ -219,7 +224,7 @@ public:
     QStringList m_modelInclude;                       ///< visibility
     QStringList m_modelExclude;                       ///< visibility
     QStringList m_stayTopList;                        ///< staytop: serial numbers
-    KelGenTLMenu *m_genTLMenu = nullptr;              ///< producers: child of q
+    QPointer<KelGenTLMenu> m_genTLMenu;               ///< producers: child of q
     QMap<QString, int> m_appliedCtiStates;            ///< producers: states by path, as applied last
     struct {
         bool runs = false;                        ///< a change is being applied

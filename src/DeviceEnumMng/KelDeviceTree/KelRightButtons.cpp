@@ -88,9 +88,10 @@ void KelRightButtons::updateRowBelow(const QWidget &button)
     m_tree->viewport()->update(row);
 }
 
-void KelRightButtons::setRow(const QModelIndex &row)
+void KelRightButtons::setRow(const QModelIndex &row, Place place)
 {
     m_row = row;
+    m_place = place;
 }
 
 void KelRightButtons::watchRows()
@@ -115,7 +116,7 @@ void KelRightButtons::hideStray()
     }
     // Empty for a row that is hidden or folded away.
     const QRect rowRect = m_tree->visualRect(m_row);
-    if (rowRect.isEmpty() || !standIn(placeIn(rowRect))) {
+    if (rowRect.isEmpty() || (m_place == Place::InRow && !standIn(placeIn(rowRect)))) {
         m_hideAll();
     }
 }

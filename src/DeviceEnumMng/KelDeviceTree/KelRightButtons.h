@@ -28,6 +28,12 @@ class KelRightButtons : public QObject
     Q_OBJECT
 
 public:
+    /// Where a shown button stands.
+    enum class Place {
+        InRow,   ///< where painting put it
+        Unknown, ///< wherever the host left it
+    };
+
     /// @param tree     parent of all buttons; outlives this object
     /// @param hideAll  hides all buttons; called when one no longer stands on its row
     KelRightButtons(QTreeWidget *tree, std::function<void()> hideAll);
@@ -49,13 +55,13 @@ public:
     void updateRowBelow(const QWidget &button);
 
     /// Tells for which row a button, or the menu's button alone, is shown. Forgotten with the next showOnly().
-    void setRow(const QModelIndex &row);
+    void setRow(const QModelIndex &row, Place place);
     /// The row of the shown button; invalid when nobody told it.
     QPersistentModelIndex row() const { return m_row; }
 
     /// Starts to hide buttons when rows move under them.
     void watchRows();
-    /// Hides the buttons if the shown one does not stand on its row any more.
+    /// Hides the buttons if the row of the shown one is not to be seen or has moved from below it.
     void hideStray();
 
     /// Where the button of a row stands, in the coordinates of the row.
@@ -78,4 +84,5 @@ private:
     QSet<QWidget *> m_shown;
     QPointer<QWidget> m_menuButton; ///< shown and hidden by the tree
     QPersistentModelIndex m_row;
+    Place m_place = Place::Unknown;
 };

@@ -38,6 +38,7 @@ void KelSettledCameras::settle(const KELA_STRUCT_DEVICE_INFO &info, QTreeWidgetI
     if (button) {
         watch(button, info.deviceId);
         m_rows.insert(info.deviceId, {item, digestOf(info)});
+        m_ids.insert(item, info.deviceId);
     }
 }
 
@@ -62,7 +63,7 @@ bool KelSettledCameras::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void KelSettledCameras::onDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+void KelSettledCameras::onDataChanged(const QModelIndex &topLeft, const QModelIndex & /*bottomRight*/,
                                       const QVector<int> &roles)
 {
     if (m_rows.isEmpty()) {
@@ -70,11 +71,15 @@ void KelSettledCameras::onDataChanged(const QModelIndex &topLeft, const QModelIn
     }
     const bool keepsIdentity = !roles.isEmpty() && !roles.contains(KelDeviceTree::ItemTypeRole) &&
                                !roles.contains(KelDeviceTree::ItemIdRole);
-    if (!keepsIdentity || topLeft != bottomRight) {
+    if (!keepsIdentity) {
         forgetAll();
         return;
     }
-    forget(topLeft.data(KelDeviceTree::ItemIdRole).toInt());
+    // By its address: a receiver of itemChanged hears of the change first and may have removed the row.
+    const auto id = m_ids.constFind(topLeft.internalPointer());
+    if (id != m_ids.constEnd()) {
+        forget(*id);
+    }
 }
 
 void KelSettledCameras::forget(int cameraId)
@@ -85,4 +90,5 @@ void KelSettledCameras::forget(int cameraId)
 void KelSettledCameras::forgetAll()
 {
     m_rows.clear();
+    m_ids.clear();
 }

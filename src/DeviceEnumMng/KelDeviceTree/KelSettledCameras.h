@@ -54,6 +54,7 @@ private:
     void forgetAll();
 
     QHash<int, Row> m_rows;                ///< by camera identifier
+    QHash<const void *, int> m_ids;        ///< camera identifiers of the rows' items
     QHash<const QObject *, int> m_buttons; ///< camera identifiers of the buttons that are watched
     int m_encoding = 0;                    ///< in which all labels of the rows were made
 };

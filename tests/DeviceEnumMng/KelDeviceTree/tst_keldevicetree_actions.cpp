@@ -52,6 +52,7 @@ private Q_SLOTS:
     void init();
 
     void buttonIsMadeOnceAndHidden();
+    void menuThatIsGoneIsNotUsed();
     void buttonNeverTakesTheFocus();
     void interfaceWithACamerasIdentifierGetsTheCamerasButton();
     void everyImageIsThere_data();
@@ -108,6 +109,18 @@ void TestActions::buttonIsMadeOnceAndHidden()
     QVERIFY(button->isHidden());
     QVERIFY(button->isEnabled());
     QCOMPARE(privateOf(tree).getItemRightBtn(7, true), button);
+}
+
+void TestActions::menuThatIsGoneIsNotUsed()
+{
+    KelDeviceTree tree;
+    delete tree.findChild<KelGenTLMenu *>();
+
+    tree.SetEnableVirtualPort(true);
+    tree.setCurRightBtn(nullptr, false);
+    tree.OnCtiFileChanged();
+
+    QTRY_VERIFY(tree.hasEnumOnce(KELA_INTERFACE_TYPE_GENTL));
 }
 
 void TestActions::buttonNeverTakesTheFocus()

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void genTLInterfaceIsListedAfterItsHandleCame();
     void cameraThatWasSetOffIsReportedAgain();
 
+    void hasEnumOnceWaitsForEveryTransport_data();
     void hasEnumOnceWaitsForEveryTransport();
     void hasEnumOnceIsTrueForTransportsThatNeverRun();
     void finishedTransportIsKeptOnce();
@@ -217,15 +218,25 @@ void tst_KelDeviceTree_bridge_passes::cameraThatWasSetOffIsReportedAgain()
     QCOMPARE(kinds, QList<int>({3}));
 }
 
+void tst_KelDeviceTree_bridge_passes::hasEnumOnceWaitsForEveryTransport_data()
+{
+    QTest::addColumn<unsigned int>("first");
+    QTest::addColumn<unsigned int>("second");
+    QTest::newRow("GigE first") << 1U << 16U;
+    QTest::newRow("GenTL first") << 16U << 1U;
+}
+
 void tst_KelDeviceTree_bridge_passes::hasEnumOnceWaitsForEveryTransport()
 {
+    QFETCH(const unsigned int, first);
+    QFETCH(const unsigned int, second);
     QVERIFY(!m_tree->hasEnumOnce(1 | 16));
 
-    runPass(16);
-    QVERIFY(m_tree->hasEnumOnce(16));
+    runPass(first);
+    QVERIFY(m_tree->hasEnumOnce(first));
     QVERIFY(!m_tree->hasEnumOnce(1 | 16));
 
-    runPass(1);
+    runPass(second);
     QVERIFY(m_tree->hasEnumOnce(1 | 16));
     QVERIFY(!m_tree->hasEnumOnce(kAll));
 }

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void whatTheHostChangedIsWrittenAgain_data();
     void whatTheHostChangedIsWrittenAgain();
     void rowThatWasMovedIsStillUpdated();
+    void receiverOfAChangeMayRemoveItsRow();
     void newEncodingChangesTheLabelWithTheNextUpdate();
     void firstOfTwoRowsWithOneIdentifierIsUpdated();
     void cameraThatChangesTheContainerKeepsItsPlace();
@@ -212,6 +213,29 @@ void tst_KelDeviceTree_cameras_updates::rowThatWasMovedIsStillUpdated()
 
     QCOMPARE(updated.count(), 1);
     QCOMPARE(updated.at(0).at(0).value<QTreeWidgetItem *>(), item);
+}
+
+void tst_KelDeviceTree_cameras_updates::receiverOfAChangeMayRemoveItsRow()
+{
+    const KELA_STRUCT_DEVICE_INFO other = gigeDevice(2, "S2", "AA");
+    QTreeWidgetItem *item = add(gigeDevice(1, "S1", "AA"));
+    QTreeWidgetItem *neighbour = add(other);
+    bool isRemoved = false;
+    connect(m_tree.get(), &QTreeWidget::itemChanged, this, [&](const QTreeWidgetItem *changed) {
+        if (changed == item && !isRemoved) {
+            isRemoved = true;
+            m_tree->deleteCameraItem(item);
+            // Leaves a camera that is known to be up to date.
+            m_tree->onUpdateDeviceInfo(variantOf(other));
+            m_tree->onUpdateDeviceInfo(variantOf(other));
+        }
+    });
+
+    m_tree->onUpdateDeviceInfo(variantOf(gigeDevice(1, "new serial", "AA")));
+
+    QVERIFY(isRemoved);
+    QVERIFY(!m_tree->findCameraItem(1));
+    QCOMPARE(m_tree->findCameraItem(2), neighbour);
 }
 
 void tst_KelDeviceTree_cameras_updates::newEncodingChangesTheLabelWithTheNextUpdate()

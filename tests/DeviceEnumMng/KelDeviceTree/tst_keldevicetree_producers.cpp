@@ -52,6 +52,7 @@ private Q_SLOTS:
     void warningIsAnsweredFromTheStatesBefore();
     void changeDuringTheWarningIsAppliedAfterIt();
     void receiverMayDestroyTheTree();
+    void receiverMayDestroyTheTreeWhileTheMenuHides();
     void removalDoesNotWaitForAPassInsideTheProducer();
     void virtualPortSwitchIsForwarded();
 
@@ -432,6 +433,24 @@ void TestKelDeviceTreeProducers::receiverMayDestroyTheTree()
 
     QVERIFY(!m_tree);
     QCOMPARE(scriptedAccess().objectCount(), 0);
+}
+
+void TestKelDeviceTreeProducers::receiverMayDestroyTheTreeWhileTheMenuHides()
+{
+    QVERIFY(addDefault(QStringLiteral("KelFGa.cti"), "if-a", 1));
+    makeTree();
+    const QPointer<KelGenTLMenu> menu = m_tree->findChild<KelGenTLMenu *>();
+    QMenu *panelMenu = menu->actions().constFirst()->menu();
+    menu->popup(QPoint(10, 10));
+    panelMenu->popup(QPoint(40, 10));
+    connect(m_tree.get(), &KelDeviceTree::sigBeforeDeleteCti, this, [this] { m_tree.reset(); });
+    box(QStringLiteral("KelFGa"))->setChecked(false);
+
+    QTest::keyClick(panelMenu, Qt::Key_Escape);
+
+    QVERIFY(!m_tree);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QTRY_VERIFY(!menu);
 }
 
 void TestKelDeviceTreeProducers::removalDoesNotWaitForAPassInsideTheProducer()

@@ -12,6 +12,11 @@
 #include <QTreeWidgetItem>
 #include <QWheelEvent>
 
+#include <functional>
+
+using RowChange = std::function<void(KelDeviceTree &, QTreeWidgetItem *)>;
+Q_DECLARE_METATYPE(RowChange)
+
 namespace
 {
 
@@ -41,11 +46,61 @@ private Q_SLOTS:
     void closingTheMenuHidesWhatThePointerLeft();
     void menuButtonAloneLeavesWhenItsRowMoves();
     void wheelOverTheMenuButtonScrolls();
+    void buttonThatTheHostShowedLeavesWithItsRow_data();
+    void buttonThatTheHostShowedLeavesWithItsRow();
+    void buttonThatTheHostShowedBearsChangesElsewhere();
 };
 
 void TestStrayButtons::init()
 {
     QCursor::setPos(0, 0);
+}
+
+void TestStrayButtons::buttonThatTheHostShowedLeavesWithItsRow_data()
+{
+    QTest::addColumn<RowChange>("change");
+    QTest::newRow("folded") << RowChange(
+        [](KelDeviceTree &, QTreeWidgetItem *card) { card->setExpanded(false); });
+    QTest::newRow("hidden") << RowChange([](KelDeviceTree &, QTreeWidgetItem *card) {
+        card->child(0)->setHidden(true);
+        settle();
+    });
+    QTest::newRow("filtered out") << RowChange([](KelDeviceTree &tree, QTreeWidgetItem *) {
+        tree.setVisibleItemTypes({KelDeviceTree::ItemGigERoot, KelDeviceTree::ItemNetWork});
+    });
+    QTest::newRow("removed") << RowChange(
+        [](KelDeviceTree &, QTreeWidgetItem *card) { delete card->child(0); });
+    QTest::newRow("removed with its container")
+        << RowChange([](KelDeviceTree &, QTreeWidgetItem *card) { delete card; });
+}
+
+void TestStrayButtons::buttonThatTheHostShowedLeavesWithItsRow()
+{
+    QFETCH(const RowChange, change);
+    KelDeviceTree tree;
+    QTreeWidgetItem *card = addCameras(tree, {QStringLiteral("A"), QStringLiteral("B")});
+    showTree(tree);
+    const QPointer<CustomPushButton> button = buttonOf(tree.findCameraItem(1));
+    tree.setCurRightBtn(button, false);
+    QVERIFY(button->isVisible());
+
+    change(tree, card);
+
+    QVERIFY(!button || !button->isVisible());
+}
+
+void TestStrayButtons::buttonThatTheHostShowedBearsChangesElsewhere()
+{
+    KelDeviceTree tree;
+    addCameras(tree, {QStringLiteral("A"), QStringLiteral("B")});
+    CustomPushButton *button = buttonOf(tree.findCameraItem(1));
+    tree.setCurRightBtn(button, false);
+    QVERIFY(!button->isHidden());
+
+    delete tree.findCameraItem(2);
+    tree.findItem(KelDeviceTree::ItemUSBRoot, -1)->setExpanded(false);
+
+    QVERIFY(!button->isHidden());
 }
 
 void TestStrayButtons::scrollingHidesTheButton()

@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <utility>
 
 using namespace TreeRecords;
 
@@ -104,6 +105,8 @@ private Q_SLOTS:
     void clearedTreeHoldsNothing();
     void movedItemChangesWhichIsFirst();
     void sortingChangesWhichIsFirst();
+    void receiverOfAChangeMayRemoveTheRowAbove();
+    void receiverOfAChangeMayRemoveTheRow();
     void subtreeThatIsInsertedWholeIsFound();
     void parentOutsideTheTreeIsWalked();
     void cameraTypeFollowsTheTopLevelItem();
@@ -280,6 +283,31 @@ void tst_KelDeviceTreeIndex::sortingChangesWhichIsFirst()
     m_tree->sortItems(0, Qt::AscendingOrder);
 
     QCOMPARE(m_index->findBelow(root(), 11, 1), second);
+}
+
+void tst_KelDeviceTreeIndex::receiverOfAChangeMayRemoveTheRowAbove()
+{
+    QTreeWidgetItem *above = addItem(root(), 5, 1);
+    QTreeWidgetItem *item = addItem(root(), 5, 2);
+    addItem(root(), 5, 3);
+    connect(m_tree.get(), &QTreeWidget::itemChanged, this, [&above] { delete std::exchange(above, nullptr); });
+
+    item->setData(0, KelDeviceTree::ItemIdRole, 20);
+
+    QCOMPARE(m_index->findBelow(root(), 5, 20), item);
+    QCOMPARE(m_index->findBelow(root(), 5, 2), nullptr);
+}
+
+void tst_KelDeviceTreeIndex::receiverOfAChangeMayRemoveTheRow()
+{
+    addItem(root(), 5, 2);
+    connect(m_tree.get(), &QTreeWidget::itemChanged, this, [](QTreeWidgetItem *changed) { delete changed; });
+
+    m_tree->model()->setData(m_tree->model()->index(0, 0), 20, KelDeviceTree::ItemIdRole);
+
+    QCOMPARE(root()->childCount(), 0);
+    QCOMPARE(m_index->findBelow(root(), 5, 2), nullptr);
+    QCOMPARE(m_index->findBelow(root(), 5, 20), nullptr);
 }
 
 void tst_KelDeviceTreeIndex::subtreeThatIsInsertedWholeIsFound()
