@@ -99,7 +99,7 @@ Bytes deviceDescriptor(const UsbDevice &device)
     const bool isStorage = device.kind == "storage";
     Bytes bytes;
     append(bytes, {18, 1});
-    appendWord(bytes, codedDecimal(device.text("version", "3.20")));
+    appendWord(bytes, codedDecimal(device.text("descriptor-version", device.text("version", "3.20"))));
     append(bytes, {isStorage ? 0x00 : 0xEF, isStorage ? 0x00 : 0x02, isStorage ? 0x00 : 0x01, 9});
     appendWord(bytes, 0x1209);
     appendWord(bytes, 0x0001);

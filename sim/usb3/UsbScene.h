@@ -27,10 +27,11 @@ struct UsbDevice {
 ///   KIND PORT [KEY=TEXT | KEY="TEXT WITH BLANKS" | WORD]…
 /// with the kinds camera, webcam and storage; "#" begins a comment. What a camera understands: vendor, model,
 /// serial, user, guid, family, device-version and info (its string descriptors), manufacturer, product and
-/// sysfs-serial (what the system shows; the descriptors' texts otherwise), speed (Mbit/s), version (of USB),
-/// claimed (a program holds it; claimed=unguarded: and a second claim is not refused), nodeless (it has no
-/// node), forbidden (its node belongs to somebody else), cut=BYTES (descriptors that end early), length=NUMBER
-/// (a device-info descriptor that lies about its length), booting=NUMBER (so many requests for strings never
+/// sysfs-serial (what the system shows; the descriptors' texts otherwise), speed (Mbit/s), version (of USB, as
+/// the system shows it), descriptor-version (the same in the descriptors, if they say another one), claimed (a
+/// program holds it; claimed=unguarded: and a second claim is not refused), nodeless (it has no node),
+/// forbidden (its node belongs to somebody else), cut=BYTES (descriptors that end early), length=NUMBER (a
+/// device-info descriptor that lies about its length), booting=NUMBER (so many requests for strings never
 /// come), stuck=INDEX (a string descriptor that never comes), broken=INDEX (one whose transfer fails,
 /// broken=all for each one's first time), pulled (it leaves the bus when its strings are asked for).
 /// @param error  receives what is wrong, with its line, when the result is empty

@@ -64,6 +64,21 @@ unsigned int toNumber(std::string_view text)
     return number;
 }
 
+/// "3.20" as 0x0320; 0 for anything else.
+std::uint16_t binaryCodedVersion(std::string_view text)
+{
+    const char *const end = text.data() + text.size();
+    std::uint8_t major = 0;
+    std::uint8_t minor = 0;
+    const auto [dot, error] = std::from_chars(text.data(), end, major, 16);
+    if (error != std::errc() || dot == end || *dot != '.')
+        return 0;
+    const auto [rest, minorError] = std::from_chars(dot + 1, end, minor, 16);
+    if (minorError != std::errc() || rest != end || rest - dot != sizeof(".20") - 1)
+        return 0;
+    return static_cast<std::uint16_t>(major << 8 | minor);
+}
+
 /// "1.4.3" as {1, 4, 3}.
 std::vector<std::uint8_t> portPath(std::string_view text)
 {
@@ -117,6 +132,7 @@ std::optional<SysfsCamera> readSysfsCamera(const std::string &name)
     camera.deviceNumber = toNumber(readText(folder + "devnum"));
     camera.ports = portPath(readText(folder + "devpath"));
     camera.linkSpeed = toNumber(readText(folder + "speed"));
+    camera.usbVersion = binaryCodedVersion(readText(folder + "version"));
     camera.manufacturer = readText(folder + "manufacturer");
     camera.product = readText(folder + "product");
     camera.serial = readText(folder + "serial");

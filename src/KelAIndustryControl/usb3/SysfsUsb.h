@@ -19,6 +19,7 @@ struct SysfsCamera {
     unsigned int deviceNumber = 0;
     std::vector<std::uint8_t> ports; ///< path of ports from the root hub on
     unsigned int linkSpeed = 0;      ///< Mbit/s, of the present link
+    std::uint16_t usbVersion = 0;    ///< of the present link, binary coded decimal; 0 when it is not told
     std::string manufacturer;        ///< empty when the device has no such text
     std::string product;
     std::string serial;

@@ -32,6 +32,14 @@ void setLocator(std::uint8_t (&locator)[4], const SysfsCamera &camera)
     std::copy_n(camera.ports.begin(), count, locator + 1);
 }
 
+// A camera on a slower port says an older version there. What the system tells and what the descriptors say can
+// come from different moments: the older one of both is the one that holds.
+std::uint16_t usbVersionOf(const SysfsCamera &camera)
+{
+    const std::uint16_t described = camera.descriptors.usbVersion;
+    return camera.usbVersion != 0 ? std::min(camera.usbVersion, described) : described;
+}
+
 } // namespace
 
 KELA_DEVICE_INFO_EX recordOf(const SysfsCamera &camera, const UsbTexts *texts, bool hasPermission)
@@ -57,7 +65,7 @@ KELA_DEVICE_INFO_EX recordOf(const SysfsCamera &camera, const UsbTexts *texts, b
     setUtf8Field(usb.manufacturerInfo, known.info);
     setUtf8Field(usb.manufacturerName, firstText(known.vendor, camera.manufacturer));
     setUtf8Field(usb.userDefinedName, known.userName);
-    usb.usbVersion = camera.descriptors.usbVersion;
+    usb.usbVersion = usbVersionOf(camera);
     usb.linkSpeed = camera.linkSpeed;
     usb.speedSupport = camera.descriptors.speedSupport;
     usb.vendorId = camera.descriptors.vendorId;

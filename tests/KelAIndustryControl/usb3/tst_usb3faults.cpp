@@ -113,7 +113,7 @@ TEST_F(Usb3Faults, cameraThatIsPulledWhileItIsReadIsGone)
 {
     EXPECT_FALSE(camera("PULLED"));
     EXPECT_TRUE(camera("SOUND"));
-    EXPECT_EQ(m_list.count, 8U);
+    EXPECT_EQ(m_list.count, 11U);
 }
 
 TEST_F(Usb3Faults, cameraThatGaveNothingIsAskedAgain)
@@ -149,6 +149,14 @@ TEST_F(Usb3Faults, cameraThatIsHeldIsNotConnectedToWhateverAClaimWouldSay)
     ASSERT_EQ(own.Init(&held, false), static_cast<unsigned int>(KELA_OK));
 
     EXPECT_EQ(own.Connect(KELA_ACCESS_CONTROL), static_cast<unsigned int>(KELA_ERROR_IN_USE));
+}
+
+TEST_F(Usb3Faults, olderUsbVersionOfSystemAndDescriptorsHolds)
+{
+    ASSERT_TRUE(camera("SLOWPORT") && camera("OLDER") && camera("UNTOLD"));
+    EXPECT_EQ(camera("SLOWPORT")->usbVersion, 0x0210U);
+    EXPECT_EQ(camera("OLDER")->usbVersion, 0x0210U);
+    EXPECT_EQ(camera("UNTOLD")->usbVersion, 0x0310U);
 }
 
 } // namespace
