@@ -21,6 +21,7 @@ using SetBaudRate = std::int32_t (*)(void *reference, std::uint32_t rate);
 
 /// What the functions of a serial library return; texts and numbers are those of the public interface.
 constexpr std::int32_t kSerialOk = 0;
+constexpr std::int32_t kSerialBufferTooSmall = -10001;
 constexpr std::int32_t kSerialPortInUse = -10003;
 constexpr std::int32_t kSerialTimeout = -10004;
 constexpr std::int32_t kSerialInvalidIndex = -10005;

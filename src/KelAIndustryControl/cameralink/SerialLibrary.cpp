@@ -6,8 +6,8 @@
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
+#include <vector>
 
 namespace kela::cameralink
 {
@@ -25,8 +25,16 @@ public:
     std::uint32_t size() const { return static_cast<std::uint32_t>(m_bytes.size() - 1); }
     std::string text() const { return std::string(m_bytes.data(), ::strnlen(m_bytes.data(), m_bytes.size())); }
 
+    /// Empties it and makes room for a text that needs so many bytes, within bounds.
+    void makeRoom(std::uint32_t needed)
+    {
+        m_bytes.assign(std::min(std::max(needed, size()), kLongestText) + 1, '\0');
+    }
+
 private:
-    std::array<char, 256> m_bytes = {};
+    static constexpr std::uint32_t kLongestText = 4096;
+
+    std::vector<char> m_bytes = std::vector<char>(256);
 };
 
 template <typename Function>
@@ -101,14 +109,22 @@ PortName SerialLibrary::portName(std::uint32_t index) const
 {
     TextBuffer maker;
     TextBuffer name;
-    std::uint32_t makerSize = maker.size();
-    std::uint32_t nameSize = name.size();
-    std::uint32_t version = 0;
-    std::int32_t result = kSerialFunctionMissing;
-    if (m_functions->portInfo) {
-        result = m_functions->portInfo(index, maker.data(), &makerSize, name.data(), &nameSize, &version);
-    } else if (m_functions->portIdentifier) {
-        result = m_functions->portIdentifier(index, name.data(), &nameSize);
+    std::int32_t result = kSerialBufferTooSmall;
+    // Once more with the sizes that the library told.
+    for (int attempt = 0; attempt < 2 && result == kSerialBufferTooSmall; ++attempt) {
+        std::uint32_t makerSize = maker.size();
+        std::uint32_t nameSize = name.size();
+        std::uint32_t version = 0;
+        result = kSerialFunctionMissing;
+        if (m_functions->portInfo) {
+            result = m_functions->portInfo(index, maker.data(), &makerSize, name.data(), &nameSize, &version);
+        } else if (m_functions->portIdentifier) {
+            result = m_functions->portIdentifier(index, name.data(), &nameSize);
+        }
+        if (result == kSerialBufferTooSmall) {
+            maker.makeRoom(makerSize);
+            name.makeRoom(nameSize);
+        }
     }
     PortName found;
     if (result == kSerialOk)

@@ -58,6 +58,25 @@ TEST_F(CameraLink, cameraIsIdentifiedOverItsSerialLine)
     EXPECT_EQ(std::memcmp(m_list.devices[0], &expected, sizeof(expected)), 0);
 }
 
+TEST_F(CameraLink, longNamesAreAskedForWithTheRoomTheyNeed)
+{
+    const std::string name(350, 'N');
+    describe(name + " camera instant model=EX serial=1\n");
+    ASSERT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    ASSERT_EQ(m_list.count, 1U);
+    const auto &field = m_list.devices[0]->special.cameraLink.portName;
+    EXPECT_EQ(fixedText(field), name.substr(0, sizeof(field) - 1));
+
+    const SimulatedLibrary dispatcher(SIMULATED_DISPATCHER);
+    use(dispatcher);
+    dispatcher.describe(name + " camera instant model=EX serial=2 maker=" + std::string(300, 'M') + "\n");
+    KelAIndustryControl access;
+    ASSERT_EQ(access.EnumDevices(KELA_INTERFACE_TYPE_CAMERALINK, &m_list, false),
+              static_cast<unsigned int>(KELA_OK));
+    ASSERT_EQ(m_list.count, 1U);
+    EXPECT_EQ(fixedText(m_list.devices[0]->special.cameraLink.portName), name.substr(0, sizeof(field) - 1));
+}
+
 TEST_F(CameraLink, silentPortGivesNoDeviceAndOneLogLine)
 {
     describe("A silent\n");
