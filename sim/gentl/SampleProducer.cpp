@@ -106,6 +106,12 @@ GC_ERROR giveProducerInfo(std::int32_t command, INFO_DATATYPE *type, void *buffe
     }
 }
 
+void changeLocaleIf(const char *fault)
+{
+    if (producer().description.has(fault))
+        std::setlocale(LC_ALL, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe): what a careless producer does
+}
+
 } // namespace
 
 SAMPLE_EXPORT GC_ERROR GCInitLib()
@@ -116,8 +122,7 @@ SAMPLE_EXPORT GC_ERROR GCInitLib()
         std::exit(3); // NOLINT(concurrency-mt-unsafe): what no producer should do
     if (producer().description.has("throw"))
         throw std::string("sample");
-    if (producer().description.has("locale"))
-        std::setlocale(LC_ALL, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe): what a careless producer does
+    changeLocaleIf("locale");
     const std::lock_guard lock(producer().mutex);
     if (producer().isInitialised)
         return call.end(GC_ERR_RESOURCE_IN_USE, "initialised already");
@@ -209,6 +214,7 @@ SAMPLE_EXPORT GC_ERROR TLUpdateInterfaceList(TL_HANDLE layer, bool8_t *changed, 
 {
     rereadDescription();
     const Call call("TLUpdateInterfaceList");
+    changeLocaleIf("late-locale");
     const std::lock_guard lock(producer().mutex);
     if (const GC_ERROR code = checkLayer(call, layer); code != GC_ERR_SUCCESS)
         return code;

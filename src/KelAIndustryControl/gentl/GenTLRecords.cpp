@@ -52,7 +52,11 @@ KELA_DEVICE_INFO_EX deviceRecord(const Producer &producer, const std::string &in
     setDisplayText(record.serialNumber, facts.serialNumber);
     KELA_GENTL_DEVICE_INFO &region = record.special.genTL;
     setFieldText(region.interfaceId, recordIdentifier(interfaceId));
-    setFieldText(region.deviceId, recordIdentifier(facts.identifier));
+    // Serial number and identifier make the key of a device.
+    const bool hasSerialNumber = record.serialNumber[0] != '\0';
+    setFieldText(region.deviceId, hasSerialNumber
+                                      ? recordIdentifier(facts.identifier)
+                                      : PlacedIdentifiers::of(producer.file(), interfaceId, facts.identifier));
     setDisplayText(region.vendorName, facts.vendor);
     setDisplayText(region.userDefinedName, facts.userDefinedName);
     region.interfaceNumber = InterfaceNumbers::numberOf(producer.file(), interfaceId);

@@ -7,6 +7,7 @@
 #include <array>
 #include <map>
 #include <mutex>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -32,6 +33,23 @@ NumberTable &numberTable()
     return *table;
 }
 
+// More than all producers together have; a producer that invents identifiers does not fill the memory.
+constexpr std::size_t kMostPlaces = 65536;
+
+struct PlaceTable {
+    using Place = std::array<std::string, 3>; // producer file, interface, device
+
+    std::mutex mutex; // guards the rest
+    std::map<Place, std::string> identifiers;
+    std::set<std::string> kept; // identifiers that some place has unchanged
+};
+
+PlaceTable &placeTable()
+{
+    static auto *const table = new PlaceTable;
+    return *table;
+}
+
 std::string hashText(std::string_view text)
 {
     std::uint64_t hash = 0xCBF29CE484222325ULL; // FNV-1a
@@ -44,15 +62,18 @@ std::string hashText(std::string_view text)
     return digits;
 }
 
+std::string withHash(std::string_view identifier, std::string_view hashed)
+{
+    const std::string hash = hashText(hashed);
+    const std::size_t begin = characterBoundary(identifier, kLongestIdentifier - hash.size() - 1);
+    return std::string(identifier.substr(0, begin)) + '~' + hash;
+}
+
 } // namespace
 
 std::string recordIdentifier(std::string_view identifier)
 {
-    if (identifier.size() <= kLongestIdentifier)
-        return std::string(identifier);
-    const std::string hash = hashText(identifier);
-    const std::size_t begin = characterBoundary(identifier, kLongestIdentifier - hash.size() - 1);
-    return std::string(identifier.substr(0, begin)) + '~' + hash;
+    return identifier.size() <= kLongestIdentifier ? std::string(identifier) : withHash(identifier, identifier);
 }
 
 std::string_view displayText(std::string_view text, std::size_t limit)
@@ -80,6 +101,40 @@ std::optional<InterfaceNumbers::Interface> InterfaceNumbers::interfaceOf(std::ui
     if (number < kFirstNumber || number - kFirstNumber >= table.interfaces.size())
         return std::nullopt;
     return table.interfaces[number - kFirstNumber];
+}
+
+std::string PlacedIdentifiers::of(const std::string &producerFile, const std::string &interfaceId,
+                                  const std::string &deviceId)
+{
+    PlaceTable &table = placeTable();
+    const std::lock_guard lock(table.mutex);
+    const auto known = table.identifiers.find({producerFile, interfaceId, deviceId});
+    if (known != table.identifiers.end())
+        return known->second;
+    std::string identifier = recordIdentifier(deviceId);
+    if (table.identifiers.size() >= kMostPlaces)
+        return identifier;
+    if (!table.kept.insert(identifier).second) {
+        // None of them holds a NUL, so no two places give one text.
+        std::string place = producerFile;
+        place.append(1, '\0').append(interfaceId).append(1, '\0').append(deviceId);
+        identifier = withHash(deviceId, place);
+    }
+    table.identifiers.emplace(PlaceTable::Place{producerFile, interfaceId, deviceId}, identifier);
+    return identifier;
+}
+
+void PlacedIdentifiers::forget(const std::string &producerFile)
+{
+    PlaceTable &table = placeTable();
+    const std::lock_guard lock(table.mutex);
+    const auto first = table.identifiers.lower_bound({producerFile, std::string(), std::string()});
+    auto end = first;
+    for (; end != table.identifiers.end() && end->first[0] == producerFile; ++end) {
+        if (end->second == recordIdentifier(end->first[2]))
+            table.kept.erase(end->second);
+    }
+    table.identifiers.erase(first, end);
 }
 
 } // namespace kela::gentl

@@ -40,4 +40,18 @@ public:
     static std::optional<Interface> interfaceOf(std::uint32_t number);
 };
 
+/// Identifiers of devices that have no serial number. A producer's device identifiers are its own below one
+/// interface only, and nothing else tells such devices apart: the first place where an identifier is met keeps
+/// it, every other place gets its beginning and a hash of the place. Thread: any.
+class PlacedIdentifiers
+{
+public:
+    /// The identifier for the record; the same one for the same place until its producer is forgotten.
+    static std::string of(const std::string &producerFile, const std::string &interfaceId,
+                          const std::string &deviceId);
+
+    /// Frees what the devices of a producer hold, because it was let go.
+    static void forget(const std::string &producerFile);
+};
+
 } // namespace kela::gentl

@@ -2,6 +2,8 @@
 #include <KelAIndustryControl/gentl/Producer.h>
 
 #include <KelAIndustryControl/core/Log.h>
+#include <KelAIndustryControl/gentl/Identifiers.h>
+#include <KelAIndustryControl/gentl/LocaleKeeper.h>
 
 #include <poll.h>
 #include <pthread.h>
@@ -310,6 +312,7 @@ unsigned int Producer::perform(const Request &request)
 
 unsigned int Producer::performUnguarded(const Request &request)
 {
+    const CallLocaleKeeper locale;
     unsigned int code = KELA_OK;
     switch (request.kind) {
     case Kind::Opening:
@@ -356,6 +359,7 @@ void Producer::closeSession()
     m_session.reset();
     m_lastInterfaces.reset();
     m_lastDevices.clear();
+    PlacedIdentifiers::forget(m_file);
     const std::lock_guard lock(m_mutex);
     m_troubles.clear();
 }

@@ -50,6 +50,23 @@ TEST(GenTLIdentifiers, displayTextLosesTrailingBlanksAndLineEnds)
     EXPECT_EQ(displayText(" a b", 64), " a b");
 }
 
+TEST(GenTLIdentifiers, firstPlaceOfADeviceKeepsItsIdentifier)
+{
+    EXPECT_EQ(PlacedIdentifiers::of("/first.cti", "if", "dev0"), "dev0");
+    const std::string other = PlacedIdentifiers::of("/first.cti", "if2", "dev0");
+    const std::string third = PlacedIdentifiers::of("/second.cti", "if", "dev0");
+
+    EXPECT_EQ(std::set<std::string>({"dev0", other, third}).size(), 3U);
+    EXPECT_EQ(other.substr(0, 5), "dev0~");
+    EXPECT_EQ(PlacedIdentifiers::of("/first.cti", "if2", "dev0"), other);
+
+    PlacedIdentifiers::forget("/first.cti");
+
+    EXPECT_EQ(PlacedIdentifiers::of("/second.cti", "if", "dev0"), third) << "it stays as it was";
+    EXPECT_EQ(PlacedIdentifiers::of("/second.cti", "if2", "dev0"), "dev0");
+    PlacedIdentifiers::forget("/second.cti");
+}
+
 TEST(GenTLIdentifiers, interfaceKeepsItsNumber)
 {
     const std::uint32_t number = InterfaceNumbers::numberOf("/a.cti", "if");

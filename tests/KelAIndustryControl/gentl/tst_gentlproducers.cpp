@@ -6,7 +6,9 @@
 
 #include <clocale>
 #include <cstring>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace
 {
@@ -90,6 +92,25 @@ TEST_F(GenTLProducers, deviceWithoutSerialIsListedWithAnEmptyOne)
     ASSERT_EQ(found.records.size(), 1U);
     EXPECT_EQ(text(found.records[0].serialNumber), "");
     EXPECT_EQ(text(found.records[0].special.genTL.deviceId), "cam-3");
+}
+
+TEST_F(GenTLProducers, devicesWithoutSerialAreToldApartByTheirInterfaces)
+{
+    const char *const description = "interface if-a|A|CL\ndevice dev0|Maker|Model||\n"
+                                    "interface if-b|B|CL\ndevice dev0|Maker|Model||\n";
+    const Interfaces interfaces = interfacesOf(access, producer("a.cti", description));
+    ASSERT_EQ(interfaces.records.size(), 2U);
+    std::vector<std::string> identifiers;
+    for (const int index : {0, 1, 0, 1}) {
+        const Devices found = devicesOf(access, interfaces.records[static_cast<std::size_t>(index)]);
+        ASSERT_EQ(found.records.size(), 1U);
+        identifiers.push_back(text(found.records[0].special.genTL.deviceId));
+    }
+
+    EXPECT_EQ(identifiers[0], "dev0");
+    EXPECT_NE(identifiers[1], "dev0");
+    EXPECT_EQ(identifiers[2], identifiers[0]);
+    EXPECT_EQ(identifiers[3], identifiers[1]);
 }
 
 TEST_F(GenTLProducers, producerWithoutTheNewerInformationIsListed)
@@ -317,6 +338,17 @@ TEST_F(GenTLProducers, localeOfTheProcessOutlivesAProducerThatChangesIt)
     const std::string before = std::setlocale(LC_ALL, nullptr); // NOLINT(concurrency-mt-unsafe)
     ASSERT_EQ(interfacesOf(access, path).code, KELA_OK);
 
+    EXPECT_EQ(before, std::setlocale(LC_ALL, nullptr)); // NOLINT(concurrency-mt-unsafe)
+}
+
+TEST_F(GenTLProducers, localeOfTheProcessOutlivesAListingThatChangesIt)
+{
+    const auto path = producer("a.cti", std::string(kTwoInterfaces) + "fault late-locale\n");
+    const std::string before = std::setlocale(LC_ALL, nullptr); // NOLINT(concurrency-mt-unsafe)
+
+    ASSERT_EQ(interfacesOf(access, path).code, KELA_OK);
+    EXPECT_EQ(before, std::setlocale(LC_ALL, nullptr)); // NOLINT(concurrency-mt-unsafe)
+    ASSERT_EQ(interfacesOf(access, path).code, KELA_OK);
     EXPECT_EQ(before, std::setlocale(LC_ALL, nullptr)); // NOLINT(concurrency-mt-unsafe)
 }
 
