@@ -3,7 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 using namespace kelsim;
@@ -27,9 +28,14 @@ std::string errorOf(const std::string &line)
 
 std::vector<CameraSettings> readText(const std::string &text, std::string &error)
 {
-    const std::string path = testing::TempDir() + "cameras.conf";
+    // A folder of its own: another user's file of that name may stand in the common one.
+    std::string folder = testing::TempDir() + "kel-cameras-XXXXXX";
+    EXPECT_NE(::mkdtemp(folder.data()), nullptr);
+    const std::string path = folder + "/cameras.conf";
     std::ofstream(path) << text;
-    return readCameraFile(path, "", error);
+    std::vector<CameraSettings> cameras = readCameraFile(path, "", error);
+    std::filesystem::remove_all(folder);
+    return cameras;
 }
 
 TEST(CameraSettingsTest, quotesKeepBlanks)
