@@ -104,7 +104,8 @@ Bytes deviceDescriptor(const UsbDevice &device)
     appendWord(bytes, 0x1209);
     appendWord(bytes, 0x0001);
     appendWord(bytes, 0x0100);
-    append(bytes, {kManufacturer, kModel, indexIfSet(device, "serial", kSerial), 1});
+    append(bytes, {indexIfSet(device, "vendor", kManufacturer), indexIfSet(device, "model", kModel),
+                   indexIfSet(device, "serial", kSerial), 1});
     return bytes;
 }
 
@@ -124,10 +125,10 @@ void appendDeviceInfo(Bytes &bytes, const UsbDevice &device)
     const int length = std::stoi(device.text("length", "20"));
     append(bytes, {length, 0x24, 0x01});
     append(bytes, {1, 0, 1, 0, 1, 0, 1, 0}); // GenCP and USB3 Vision, 1.1 each
-    append(bytes,
-           {indexIfSet(device, "guid", kGuid), kManufacturer, kModel, indexIfSet(device, "family", kFamily),
-            indexIfSet(device, "device-version", kVersion), indexIfSet(device, "info", kInfo),
-            indexIfSet(device, "serial", kSerial), indexIfSet(device, "user", kUserName), 0x1E});
+    append(bytes, {indexIfSet(device, "guid", kGuid), indexIfSet(device, "vendor", kManufacturer),
+                   indexIfSet(device, "model", kModel), indexIfSet(device, "family", kFamily),
+                   indexIfSet(device, "device-version", kVersion), indexIfSet(device, "info", kInfo),
+                   indexIfSet(device, "serial", kSerial), indexIfSet(device, "user", kUserName), 0x1E});
 }
 
 Bytes configurationBody(const UsbDevice &device)
@@ -300,9 +301,10 @@ std::vector<UsbDevice> readUsbScene(const std::string &path, std::string &error)
 
 std::map<int, std::string> cameraStrings(const UsbDevice &device)
 {
-    std::map<int, std::string> strings = {{kManufacturer, device.text("vendor")},
-                                          {kModel, device.text("model")}};
-    for (const auto &[key, index] : std::map<std::string, int>{{"serial", kSerial},
+    std::map<int, std::string> strings;
+    for (const auto &[key, index] : std::map<std::string, int>{{"vendor", kManufacturer},
+                                                               {"model", kModel},
+                                                               {"serial", kSerial},
                                                                {"guid", kGuid},
                                                                {"family", kFamily},
                                                                {"device-version", kVersion},

@@ -209,8 +209,7 @@ void KelDeviceTreePrivate::onRightBtnClicked(QObject *sender)
 
 void KelDeviceTreePrivate::setCurRightBtn(CustomPushButton *btn, bool showMenuButton)
 {
-    showButton(btn, showMenuButton);
-    if (btn && !btn->isHidden()) {
+    if (showButton(btn, showMenuButton) && btn && !btn->isHidden()) {
         rightButtons().setRow(rowOf(btn), KelRightButtons::Place::Unknown);
     }
 }
@@ -225,10 +224,10 @@ QModelIndex KelDeviceTreePrivate::rowOf(const CustomPushButton *btn) const
     return {};
 }
 
-void KelDeviceTreePrivate::showButton(CustomPushButton *btn, bool showMenuButton)
+bool KelDeviceTreePrivate::showButton(CustomPushButton *btn, bool showMenuButton)
 {
     if (m_genTLMenu && m_genTLMenu->isVisible()) {
-        return;
+        return false;
     }
     const bool show = showMenuButton && btn;
     if (m_configBtn) {
@@ -243,6 +242,7 @@ void KelDeviceTreePrivate::showButton(CustomPushButton *btn, bool showMenuButton
     if (m_rightBtnVisible) {
         rightButtons().showOnly(btn);
     }
+    return true;
 }
 
 void KelDeviceTreePrivate::showRowButton(CustomPushButton *btn, bool showMenuButton, const QModelIndex &row)

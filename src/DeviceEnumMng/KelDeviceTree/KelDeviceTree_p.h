@@ -166,8 +166,8 @@ public:
     KelRightButtons &rightButtons();
     /// The row that carries a button; invalid when none does. For the host's calls: it looks at every row.
     QModelIndex rowOf(const CustomPushButton *btn) const;
-    /// Makes a button the only one that is shown.
-    void showButton(CustomPushButton *btn, bool showMenuButton);
+    /// Makes a button the only one that is shown; false when it changed nothing, because the menu is open.
+    bool showButton(CustomPushButton *btn, bool showMenuButton);
     /// setCurRightBtn for a row that is being painted.
     void showRowButton(CustomPushButton *btn, bool showMenuButton, const QModelIndex &row);
     /// True when the visible button was shown for a row other than this one, which shares it.

@@ -11,10 +11,10 @@ namespace kela::gentl
 {
 
 /// The process's locale at one moment: texts and numbers of the host depend on it.
-class LocaleText
+class SavedLocale
 {
 public:
-    LocaleText()
+    SavedLocale()
         : m_name(current())
     {
     }
@@ -45,7 +45,7 @@ public:
     LocaleKeeper &operator=(const LocaleKeeper &) = delete;
 
 private:
-    const LocaleText m_before;
+    const SavedLocale m_before;
 };
 
 /// The same around any other call, where it takes a change for the producer's only when it hardly was anybody
@@ -76,7 +76,7 @@ private:
 
     const bool m_isFirst;
     const std::uint64_t m_number;
-    const LocaleText m_before;
+    const SavedLocale m_before;
     const Clock::time_point m_begin = Clock::now();
 };
 

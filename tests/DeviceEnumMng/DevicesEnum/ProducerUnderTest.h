@@ -3,11 +3,14 @@
 
 #include <DeviceEnumMng/DevicesEnum/CDevicesEnum.h>
 #include <DeviceEnumMng/DevicesEnum/GenTLInterfaceIds.h>
+#include <KelAIndustryControl/KelAErrors.h>
 
 #include <ScriptedAccess.h>
 #include <ScriptedRecords.h>
 
 #include "EventRecorder.h"
+
+#include <QtTest>
 
 inline char *pathOf(const char *path)
 {
@@ -17,6 +20,14 @@ inline char *pathOf(const char *path)
 
 inline const char *const kCtiA = "/cti/a.cti";
 inline const char *const kCtiB = "/cti/b.cti";
+
+// Codes that a producer may give of itself: none of them ends a pass.
+inline void addFailures()
+{
+    QTest::addColumn<unsigned int>("code");
+    QTest::newRow("failed") << static_cast<unsigned int>(KELA_ERROR_PRODUCER_FAILED);
+    QTest::newRow("cancelled by itself") << static_cast<unsigned int>(KELA_ERROR_CANCELLED);
+}
 
 // A GenTL enumerator with the producer A and its interface "if0" that holds the device "G1".
 class ProducerUnderTest

@@ -31,6 +31,18 @@ KELA_STRUCT_DEVICE_INFO addRemote(CDevicesEnum &enumerator, const std::string &s
     return record;
 }
 
+// A GigE enumerator whose events are recorded.
+struct GigeUnderTest {
+    GigeUnderTest()
+    {
+        recorder.listenTo(enumerator);
+        enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    }
+
+    EventRecorder recorder;
+    CDevicesEnum enumerator;
+};
+
 } // namespace
 
 class tst_CDevicesEnum_remote : public QObject
@@ -73,16 +85,13 @@ void tst_CDevicesEnum_remote::init()
 
 void tst_CDevicesEnum_remote::addedDeviceIsReportedBeforeTheCallReturns()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    GigeUnderTest test;
     scriptedAccess().plugBehindRouter(gigeCamera("R1", 91));
     KELA_STRUCT_DEVICE_INFO record = request(91);
 
-    const long id = enumerator.AddRemoteDevice(&record);
+    const long id = test.enumerator.AddRemoteDevice(&record);
 
-    const QVector<RecordedEvent> events = recorder.takeEvents();
+    const QVector<RecordedEvent> events = test.recorder.takeEvents();
     QCOMPARE(events.size(), 1);
     QCOMPARE(events.first().text(), QString("new R1"));
     QCOMPARE(long(events.first().device.deviceId), id);
@@ -111,15 +120,12 @@ void tst_CDevicesEnum_remote::callersRecordHoldsTheDevice()
 
 void tst_CDevicesEnum_remote::deviceThatDoesNotAnswerGivesMinusOne()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    GigeUnderTest test;
     KELA_STRUCT_DEVICE_INFO record = request(92);
 
-    QCOMPARE(enumerator.AddRemoteDevice(&record), -1L);
+    QCOMPARE(test.enumerator.AddRemoteDevice(&record), -1L);
 
-    QCOMPARE(recorder.take(), QStringList());
+    QCOMPARE(test.recorder.take(), QStringList());
     QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(1));
     QCOMPARE(scriptedAccess().objectCount(), 1);
 }
@@ -152,10 +158,7 @@ void tst_CDevicesEnum_remote::addingEndsInTimeWhateverTheDeviceDoesNotTell()
 {
     QFETCH(int, hanging);
     QFETCH(QStringList, events);
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    GigeUnderTest test;
     scriptedAccess().plugBehindRouter(gigeCamera("R1", 91));
     scriptedAccess().holdAndStream("R1", ipv4(239, 1, 2, 3), 5400);
     scriptedAccess().stall(static_cast<Operation>(hanging));
@@ -163,59 +166,53 @@ void tst_CDevicesEnum_remote::addingEndsInTimeWhateverTheDeviceDoesNotTell()
     QElapsedTimer timer;
     timer.start();
 
-    const long id = enumerator.AddRemoteDevice(&record);
+    const long id = test.enumerator.AddRemoteDevice(&record);
 
     // What hangs is never let go: only the deadline of 750 ms ends it.
     QVERIFY(timer.elapsed() < 2000);
-    QCOMPARE(recorder.take(), events);
+    QCOMPARE(test.recorder.take(), events);
     QCOMPARE(id == -1, events.isEmpty());
     QCOMPARE(record.deviceState, events.isEmpty() ? 0 : int32_t(KELA_DEV_STATE_GIGE_IN_USE));
     QCOMPARE(scriptedAccess().objectCount(), 1);
 
-    // The enumerator itself goes on: the next pass tells what was left open.
+    // The test.enumerator itself goes on: the next pass tells what was left open.
     scriptedAccess().release();
-    enumerator.AddRemoteDevice(&record);
-    enumerator.EnumDevices();
-    QCOMPARE(recorder.takeEvents().last().device.deviceState, int32_t(KELA_DEV_STATE_GIGE_MULTICAST));
+    test.enumerator.AddRemoteDevice(&record);
+    test.enumerator.EnumDevices();
+    QCOMPARE(test.recorder.takeEvents().last().device.deviceState, int32_t(KELA_DEV_STATE_GIGE_MULTICAST));
 }
 
 void tst_CDevicesEnum_remote::addressOfAKnownDeviceGivesItsIdAndNothingElse()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    GigeUnderTest test;
     scriptedAccess().plug(gigeCamera("A1", 93));
-    enumerator.EnumDevices();
-    const long id = recorder.takeEvents().first().device.deviceId;
+    test.enumerator.EnumDevices();
+    const long id = test.recorder.takeEvents().first().device.deviceId;
     scriptedAccess().forgetCalls();
     KELA_STRUCT_DEVICE_INFO record = request(93);
 
-    QCOMPARE(enumerator.AddRemoteDevice(&record), id);
+    QCOMPARE(test.enumerator.AddRemoteDevice(&record), id);
 
-    QCOMPARE(recorder.take(), QStringList());
+    QCOMPARE(test.recorder.take(), QStringList());
     QCOMPARE(scriptedAccess().calls().size(), std::size_t(0));
     QCOMPARE(record.remote, uint8_t(0));
 }
 
 void tst_CDevicesEnum_remote::addressOfAVanishedDeviceIsAskedAgain()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    GigeUnderTest test;
     scriptedAccess().plug(gigeCamera("A1", 93));
-    enumerator.EnumDevices();
-    const long id = recorder.takeEvents().first().device.deviceId;
+    test.enumerator.EnumDevices();
+    const long id = test.recorder.takeEvents().first().device.deviceId;
     scriptedAccess().unplug("A1");
-    enumerator.EnumDevices();
-    recorder.takeEvents();
+    test.enumerator.EnumDevices();
+    test.recorder.takeEvents();
 
     scriptedAccess().plugBehindRouter(gigeCamera("A1", 93));
     KELA_STRUCT_DEVICE_INFO record = request(93);
 
-    QCOMPARE(enumerator.AddRemoteDevice(&record), id);
-    QCOMPARE(recorder.take(), QStringList("new A1"));
+    QCOMPARE(test.enumerator.AddRemoteDevice(&record), id);
+    QCOMPARE(test.recorder.take(), QStringList("new A1"));
 }
 
 void tst_CDevicesEnum_remote::nullRecordIsRefused()
@@ -228,167 +225,140 @@ void tst_CDevicesEnum_remote::nullRecordIsRefused()
 
 void tst_CDevicesEnum_remote::everyPassAsksAndReportsTheDevice()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    addRemote(enumerator, "R1", 91);
+    GigeUnderTest test;
+    addRemote(test.enumerator, "R1", 91);
     scriptedAccess().forgetCalls();
 
-    QCOMPARE(passOf(enumerator, recorder), QStringList("updated R1"));
-    QCOMPARE(passOf(enumerator, recorder), QStringList("updated R1"));
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList("updated R1"));
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList("updated R1"));
 
     QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(2));
 }
 
 void tst_CDevicesEnum_remote::refreshedDescriptionIsKept()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    const KELA_STRUCT_DEVICE_INFO added = addRemote(enumerator, "R1", 91);
+    GigeUnderTest test;
+    const KELA_STRUCT_DEVICE_INFO added = addRemote(test.enumerator, "R1", 91);
     KELA_DEVICE_INFO_EX renamed = gigeCamera("R1", 91);
     setField(renamed.special.gige.userDefinedName, "renamed");
     scriptedAccess().unplug("R1");
     scriptedAccess().plugBehindRouter(renamed);
     scriptedAccess().hold("R1");
-    recorder.takeEvents();
+    test.recorder.takeEvents();
 
-    enumerator.EnumDevices();
+    test.enumerator.EnumDevices();
 
-    const KELA_STRUCT_DEVICE_INFO updated = recorder.takeEvents().first().device;
+    const KELA_STRUCT_DEVICE_INFO updated = test.recorder.takeEvents().first().device;
     QCOMPARE(updated.deviceId, added.deviceId);
     QCOMPARE(updated.remote, uint8_t(1));
     QCOMPARE(updated.deviceState, int32_t(KELA_DEV_STATE_GIGE_IN_USE));
     QCOMPARE(QByteArray(updated.deviceInfo.special.gige.userDefinedName), QByteArray("renamed"));
 
     scriptedAccess().unplug("R1");
-    enumerator.EnumDevices();
-    const KELA_STRUCT_DEVICE_INFO removed = recorder.takeEvents().first().device;
+    test.enumerator.EnumDevices();
+    const KELA_STRUCT_DEVICE_INFO removed = test.recorder.takeEvents().first().device;
     QCOMPARE(QByteArray(removed.deviceInfo.special.gige.userDefinedName), QByteArray("renamed"));
 }
 
 void tst_CDevicesEnum_remote::deviceThatStopsAnsweringIsReportedRemovedOnce()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    addRemote(enumerator, "R1", 91);
+    GigeUnderTest test;
+    addRemote(test.enumerator, "R1", 91);
     scriptedAccess().unplug("R1");
 
-    QCOMPARE(passOf(enumerator, recorder), QStringList("removed R1"));
-    QCOMPARE(passOf(enumerator, recorder), QStringList());
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList("removed R1"));
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList());
 
     // It is no remote device any more: it comes back only when it is added again.
     scriptedAccess().plugBehindRouter(gigeCamera("R1", 91));
-    QCOMPARE(passOf(enumerator, recorder), QStringList());
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList());
 }
 
 void tst_CDevicesEnum_remote::deviceBehindAVanishedOneIsPassedOver()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    addRemote(enumerator, "R1", 91);
-    addRemote(enumerator, "R2", 92);
-    addRemote(enumerator, "R3", 93);
+    GigeUnderTest test;
+    addRemote(test.enumerator, "R1", 91);
+    addRemote(test.enumerator, "R2", 92);
+    addRemote(test.enumerator, "R3", 93);
     scriptedAccess().unplug("R1");
     scriptedAccess().forgetCalls();
 
     // R2 is not looked at, so it was not seen, so it counts as vanished too.
-    QCOMPARE(passOf(enumerator, recorder), QStringList({"removed R1", "updated R3", "removed R2"}));
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList({"removed R1", "updated R3", "removed R2"}));
     QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(2));
-    QCOMPARE(passOf(enumerator, recorder), QStringList("updated R3"));
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList("updated R3"));
 }
 
 void tst_CDevicesEnum_remote::deviceFoundByThePassIsAskedToo()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    addRemote(enumerator, "R1", 91);
+    GigeUnderTest test;
+    addRemote(test.enumerator, "R1", 91);
     scriptedAccess().plug(gigeCamera("R1", 91));
 
-    QCOMPARE(passOf(enumerator, recorder), QStringList({"updated R1", "updated R1"}));
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList({"updated R1", "updated R1"}));
 }
 
 void tst_CDevicesEnum_remote::removedDeviceIsReportedBeforeTheCallReturnsAndAskedNoMore()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
-    recorder.takeEvents();
+    GigeUnderTest test;
+    KELA_STRUCT_DEVICE_INFO record = addRemote(test.enumerator, "R1", 91);
+    test.recorder.takeEvents();
 
-    QCOMPARE(enumerator.RemoveRemoteDevice(&record), 0);
+    QCOMPARE(test.enumerator.RemoveRemoteDevice(&record), 0);
 
-    const QVector<RecordedEvent> events = recorder.takeEvents();
+    const QVector<RecordedEvent> events = test.recorder.takeEvents();
     QCOMPARE(events.size(), 1);
     QCOMPARE(events.first().text(), QString("removed R1"));
     QVERIFY(events.first().thread == std::this_thread::get_id());
     scriptedAccess().forgetCalls();
-    QCOMPARE(passOf(enumerator, recorder), QStringList());
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList());
     QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(0));
 }
 
 void tst_CDevicesEnum_remote::removalReportsTheCallersRecord()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
-    recorder.takeEvents();
+    GigeUnderTest test;
+    KELA_STRUCT_DEVICE_INFO record = addRemote(test.enumerator, "R1", 91);
+    test.recorder.takeEvents();
     std::memset(record.reserved1832, 0xA5, sizeof(record.reserved1832));
 
-    enumerator.RemoveRemoteDevice(&record);
+    test.enumerator.RemoveRemoteDevice(&record);
 
-    const KELA_STRUCT_DEVICE_INFO reported = recorder.takeEvents().first().device;
+    const KELA_STRUCT_DEVICE_INFO reported = test.recorder.takeEvents().first().device;
     QCOMPARE(std::memcmp(&reported, &record, sizeof(record)), 0);
 }
 
 void tst_CDevicesEnum_remote::deviceRemovedWhileItIsAskedGetsNoUpdate()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
-    recorder.takeEvents();
+    GigeUnderTest test;
+    KELA_STRUCT_DEVICE_INFO record = addRemote(test.enumerator, "R1", 91);
+    test.recorder.takeEvents();
 
     scriptedAccess().stall(Operation::GetDeviceInfo);
-    enumerator.UpdateOnce(true, true);
+    test.enumerator.UpdateOnce(true, true);
     QVERIFY(scriptedAccess().waitUntilStalled());
-    enumerator.RemoveRemoteDevice(&record);
+    test.enumerator.RemoveRemoteDevice(&record);
     scriptedAccess().release();
-    QVERIFY(recorder.waitForEnds(1));
+    QVERIFY(test.recorder.waitForEnds(1));
 
-    QCOMPARE(recorder.take(), QStringList({"begin", "removed R1", "end 0"}));
+    QCOMPARE(test.recorder.take(), QStringList({"begin", "removed R1", "end 0"}));
 }
 
 void tst_CDevicesEnum_remote::deviceRemovedWhileItFailsToAnswerIsNotReportedTwice()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
-    recorder.takeEvents();
+    GigeUnderTest test;
+    KELA_STRUCT_DEVICE_INFO record = addRemote(test.enumerator, "R1", 91);
+    test.recorder.takeEvents();
 
     scriptedAccess().stall(Operation::GetDeviceInfo);
-    enumerator.UpdateOnce(true, true);
+    test.enumerator.UpdateOnce(true, true);
     QVERIFY(scriptedAccess().waitUntilStalled());
-    enumerator.RemoveRemoteDevice(&record);
+    test.enumerator.RemoveRemoteDevice(&record);
     scriptedAccess().unplug("R1");
     scriptedAccess().release();
-    QVERIFY(recorder.waitForEnds(1));
+    QVERIFY(test.recorder.waitForEnds(1));
 
-    QCOMPARE(recorder.take(), QStringList({"begin", "removed R1", "end 0"}));
+    QCOMPARE(test.recorder.take(), QStringList({"begin", "removed R1", "end 0"}));
 }
 
 void tst_CDevicesEnum_remote::deviceWhoseOwnerIsJustReportingItsRemovalIsNotReportedTwice()
@@ -436,63 +406,51 @@ void tst_CDevicesEnum_remote::deviceTakenBackWhileItIsReportedNewIsRemovedByTheN
 
 void tst_CDevicesEnum_remote::deviceThatCallsItselfCancelledIsReportedRemoved()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    addRemote(enumerator, "R1", 91);
+    GigeUnderTest test;
+    addRemote(test.enumerator, "R1", 91);
     scriptedAccess().fail(KELA_ERROR_CANCELLED, Operation::GetDeviceInfo, "R1");
 
-    QCOMPARE(passOf(enumerator, recorder), QStringList("removed R1"));
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList("removed R1"));
 }
 
 void tst_CDevicesEnum_remote::neighbourOfADeviceRemovedByItsOwnerIsStillAsked()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    KELA_STRUCT_DEVICE_INFO record = addRemote(enumerator, "R1", 91);
-    addRemote(enumerator, "R2", 92);
-    recorder.takeEvents();
+    GigeUnderTest test;
+    KELA_STRUCT_DEVICE_INFO record = addRemote(test.enumerator, "R1", 91);
+    addRemote(test.enumerator, "R2", 92);
+    test.recorder.takeEvents();
 
     scriptedAccess().stall(Operation::GetDeviceInfo, "R1");
-    enumerator.UpdateOnce(true, true);
+    test.enumerator.UpdateOnce(true, true);
     QVERIFY(scriptedAccess().waitUntilStalled());
-    enumerator.RemoveRemoteDevice(&record);
+    test.enumerator.RemoveRemoteDevice(&record);
     scriptedAccess().release();
-    QVERIFY(recorder.waitForEnds(1));
+    QVERIFY(test.recorder.waitForEnds(1));
 
-    QCOMPARE(recorder.take(), QStringList({"begin", "removed R1", "updated R2", "end 0"}));
+    QCOMPARE(test.recorder.take(), QStringList({"begin", "removed R1", "updated R2", "end 0"}));
 }
 
 void tst_CDevicesEnum_remote::deviceAddedWhileAPassRunsIsKept()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
+    GigeUnderTest test;
     scriptedAccess().stall(Operation::EnumDevices);
-    enumerator.UpdateOnce(true, true);
+    test.enumerator.UpdateOnce(true, true);
     QVERIFY(scriptedAccess().waitUntilStalled());
 
-    addRemote(enumerator, "R1", 91);
+    addRemote(test.enumerator, "R1", 91);
     scriptedAccess().release();
-    QVERIFY(recorder.waitForEnds(1));
+    QVERIFY(test.recorder.waitForEnds(1));
 
-    QCOMPARE(recorder.take(), QStringList({"begin", "new R1", "updated R1", "end 0"}));
+    QCOMPARE(test.recorder.take(), QStringList({"begin", "new R1", "updated R1", "end 0"}));
 }
 
 void tst_CDevicesEnum_remote::deviceSetOffIsAskedNoMore()
 {
-    EventRecorder recorder;
-    CDevicesEnum enumerator;
-    recorder.listenTo(enumerator);
-    enumerator.Init(KELA_INTERFACE_TYPE_GIGE, false);
-    enumerator.SetOffCameraID(addRemote(enumerator, "R1", 91).deviceId);
+    GigeUnderTest test;
+    test.enumerator.SetOffCameraID(addRemote(test.enumerator, "R1", 91).deviceId);
     scriptedAccess().forgetCalls();
 
-    QCOMPARE(passOf(enumerator, recorder), QStringList());
+    QCOMPARE(passOf(test.enumerator, test.recorder), QStringList());
     QCOMPARE(scriptedAccess().count(Operation::GetDeviceInfo), std::size_t(0));
 }
 

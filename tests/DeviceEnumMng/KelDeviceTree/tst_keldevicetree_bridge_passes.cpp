@@ -36,7 +36,7 @@ class tst_KelDeviceTree_bridge_passes : public BridgeTest
 private Q_SLOTS:
     void foundCameraBecomesARow();
     void removedDeviceReturnsWithItsEarlierId();
-    void passesStartInTheOrderGigeUsbCameraLinkGenTL();
+    void enumeratorsAreMadeInTheOrderGigeUsbCameraLink();
     void onlyTheGenTLPassTakesTheCallersFlags();
     void shownSearchNamesGenTL();
     void unshownTransportsStartNothing();
@@ -82,7 +82,7 @@ void tst_KelDeviceTree_bridge_passes::removedDeviceReturnsWithItsEarlierId()
     QCOMPARE(made.count(), 2);
 }
 
-void tst_KelDeviceTree_bridge_passes::passesStartInTheOrderGigeUsbCameraLinkGenTL()
+void tst_KelDeviceTree_bridge_passes::enumeratorsAreMadeInTheOrderGigeUsbCameraLink()
 {
     m_tree->updateDeviceTypes(kAll, false, false, true);
 

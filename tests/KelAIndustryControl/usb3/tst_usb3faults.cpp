@@ -113,7 +113,7 @@ TEST_F(Usb3Faults, cameraThatIsPulledWhileItIsReadIsGone)
 {
     EXPECT_FALSE(camera("PULLED"));
     EXPECT_TRUE(camera("SOUND"));
-    EXPECT_EQ(m_list.count, 11U);
+    EXPECT_EQ(m_list.count, 12U);
 }
 
 TEST_F(Usb3Faults, cameraThatGaveNothingIsAskedAgain)
@@ -149,6 +149,13 @@ TEST_F(Usb3Faults, cameraThatIsHeldIsNotConnectedToWhateverAClaimWouldSay)
     ASSERT_EQ(own.Init(&held, false), static_cast<unsigned int>(KELA_OK));
 
     EXPECT_EQ(own.Connect(KELA_ACCESS_CONTROL), static_cast<unsigned int>(KELA_ERROR_IN_USE));
+}
+
+TEST_F(Usb3Faults, cameraWithoutAnyTextIsToldByItsPlace)
+{
+    ASSERT_TRUE(camera("1-4"));
+    EXPECT_EQ(fixedText(camera("1-4")->manufacturerName), "");
+    EXPECT_EQ(camera("1-4")->usable, 1U);
 }
 
 TEST_F(Usb3Faults, olderUsbVersionOfSystemAndDescriptorsHolds)
