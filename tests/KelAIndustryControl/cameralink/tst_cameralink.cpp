@@ -178,6 +178,20 @@ TEST_F(CameraLink, cameraThatAsksForPatienceIsNotSaidToHang)
     EXPECT_EQ(m_log.count("does not return"), 0);
 }
 
+TEST_F(CameraLink, scanThatGoesOnForLongIsNotWaitedForAndItsCameraComesLater)
+{
+    // Each alone is waited for, the three together are not.
+    describe("A camera instant pending=4400 model=EX-1 serial=1\n"
+             "B camera instant pending=4400 model=EX-2 serial=2\n"
+             "C camera instant pending=4400 model=EX-3 serial=3\n");
+
+    EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    EXPECT_LT(m_list.count, 3U);
+    EXPECT_EQ(enumerate(), static_cast<unsigned int>(KELA_OK));
+    EXPECT_EQ(m_list.count, 3U);
+    EXPECT_EQ(m_log.count("does not return"), 0);
+}
+
 TEST_F(CameraLink, camerasBeforeAHangingPortAreListed)
 {
     describe("A camera instant model=EX-1 serial=1\nB hang\n");
